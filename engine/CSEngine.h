@@ -1,0 +1,164 @@
+#pragma once
+
+#include "engine/CSScenarioInstance.h"
+#include "engine/RecognisedScenarios.h"
+#include "engine/RecognitionObserver.h"
+#include "scenario/AgentOperator.h"
+#include "scenario/CSAllScenarios.h"
+
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+// The number of ordered selections of k out of n, in unsigned 32-bit arithmetic that wraps; 0 unless n >= k >= 0.
+CS_EXPORT unsigned permutation(int n, int k);
+
+// All ordered selections of k distinct positions of the values, as lists of the selected values: position by position
+// in ascending order, each followed by the selections from the others.
+CS_EXPORT std::vector<std::vector<int>> createPermutationList(std::vector<int> values, int k);
+
+// All index tuples with 0 <= tuple[j] < sizes[j], the first position varying slowest.
+CS_EXPORT std::vector<std::vector<int>> createPermutationList(std::vector<int> sizes);
+
+// The order of recognised instances: latest end first.
+CS_EXPORT bool compare_scenario_end(
+    const std::shared_ptr<CSScenarioInstance>& a, const std::shared_ptr<CSScenarioInstance>& b);
+
+// The recognition engine: holds models, operators, agents and what has been recognised.
+//
+// Use: configure (operators, thresholds, alarm levels, time constants, object types), read the engine file, enter the
+// constant agents; then per frame set the current time, enter the mobile agents, call infer() and read
+// recognisedScenarios(). One engine per process, all calls from one thread.
+class CS_EXPORT CSEngine
+{
+public:
+    using Instances = std::vector<std::shared_ptr<CSScenarioInstance>>;
+    using InstancesByModel = std::map<std::string, Instances>;
+
+    // What the last infer() did.
+    struct Statistics
+    {
+        int tested = 0;
+        int accepted = 0;
+        // Completions of composite candidates that were tried.
+        int completions = 0;
+    };
+
+    CSEngine();
+    CSEngine(const CSEngine&) = delete;
+    CSEngine(CSEngine&&) = delete;
+    CSEngine& operator=(const CSEngine&) = delete;
+    CSEngine& operator=(CSEngine&&) = delete;
+    virtual ~CSEngine();
+
+    // Configuration (CSEngineConfiguration.cpp)
+
+    // Reads the engine file and prepares the models. Unreadable files are skipped; what is wrong with a model is
+    // reported on standard error. Throws std::out_of_range where text is cut at a position that does not exist.
+    void read(const std::string& fileName);
+    void readEngine(const std::string& fileName);
+    void readEnvVars(const std::string& fileName);
+    void chooseScenarioModels();
+    void checkScenarioModelsConstraints();
+    void checkScenarioModels();
+    // Replaces calls of declared agent operators in all models.
+    void rewriteAgentOperator();
+    void setThresholdByEventType(const std::string& type, double value);
+    void setLevelAlarm(const std::string& name, int level);
+    void setHistorySize(int size);
+    void setConstTimeSearch(double seconds);
+    void setAllObjectTypes(std::map<std::string, std::vector<std::string>> types);
+    void readAllObjects(const std::string& fileName);
+
+    // Operators (CSEngineOperators.cpp)
+
+    // Loads every operator plug-in of m_operatorPluginPath and files the operators by name.
+    void setAllOperators();
+    // Files one operator that lives at least as long as the engine's models.
+    void addOperator(CSOperatorInterfaceAbstract& op);
+    // Reads the operator description, then copies the operator table into CConstraint::m_allOperators.
+    void readOperatorAgent(const std::string& fileName);
+    // Is told, once per operator, that it threw; null by default.
+    void setOperatorFailureReport(std::function<void(const std::string& message)> report);
+    // How often operators have thrown.
+    std::uint64_t operatorFailures() const { return m_operatorFailures; }
+    const CConstraint::OperatorTable& operators() const { return m_operators; }
+
+    // Agents and time (CSEngineAgents.cpp)
+
+    // The engine's identifier of the host's object, which is entered when it is new.
+    int getAgent(int hostId, bool isConstant);
+    // These three ignore an identifier that is not in the table.
+    void setAgentFrameID(int agentId, int frame);
+    void setAgentType(
+        int agentId,
+        const std::string& attributeName,
+        const std::shared_ptr<CSString>& type,
+        int frame);
+    void setAgentAttribute(
+        int agentId,
+        const std::string& attributeName,
+        std::shared_ptr<CSBasicType> value,
+        int frame);
+    // Appends the identifiers of the agents of the type that are constant or seen in the current frame.
+    void getAllAgent(const std::string& type, std::vector<int>& ids) const;
+    // Makes sure that the pseudo-agent of a recognised instance exists.
+    int getComponent(int id);
+    void chooseConstantObjects();
+    void setCurrentTime(std::shared_ptr<CSTimeStamp> time);
+    void setCurrentTime(std::shared_ptr<CSTimeStamp> time, int frame);
+    void cleanHistory();
+    void removeAgents();
+    void removeConstAgents();
+    void printAgents() const;
+    const std::map<int, std::shared_ptr<CSAgent>>& agents() const { return m_agents; }
+    const std::map<int, std::shared_ptr<CSAgent>>& components() const { return m_components; }
+    const std::shared_ptr<CSTimeStamp>& currentTime() const { return m_currentTime; }
+
+    // Recognition (CSEnginePrimitive.cpp, CSEngineComposite.cpp, CSEngineInference.cpp)
+
+    void infer();
+    void recognisePrimitiveState(InstancesByModel& newInstances);
+    void createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded);
+    void recogniseComplexEvent(const InstancesByModel& candidates, InstancesByModel& newInstances);
+    // Extends an earlier recognition of the same model and participants or adds the instance. Returns the id of the one
+    // that now stands for it and writes its start.
+    int addRecognisedEvent(
+        const std::shared_ptr<CSScenarioInstance>& instance, std::shared_ptr<CSTimeStamp>& startOut);
+    bool isConfident(const std::shared_ptr<CSScenarioInstance>& instance) const;
+    void cleanRecognisedScenario();
+    void printRecognisedScenario(const std::string& type) const;
+    void printAllRecognisedScenario() const;
+    // Brings the recognised instances into the order of compare_scenario_end, stably.
+    void sortRecognisedScenarios();
+    // What is recognised and still alive, latest end first.
+    const std::list<std::shared_ptr<CSScenarioInstance>>& recognisedScenarios() const;
+    // Composite candidates that the first composite level built, by model name.
+    const InstancesByModel& firstLevelCandidates() const { return m_firstLevelCandidates; }
+    const Statistics& statistics() const { return m_statistics; }
+    // The observer must outlive its use; null for none.
+    void setObserver(scenariomatch::RecognitionObserver* observer) { m_observer = observer; }
+
+    // Settings that the host writes.
+    std::string m_operatorPluginPath;
+    bool m_debug = false;
+    double m_bayesianRatio = 1.0;
+    // Seconds after its last recognition in which an instance may still be extended.
+    double m_constProlongation = 0.0;
+    // Alarm level name to number, and threshold by kind (stored only).
+    std::map<std::string, int> m_levelAlarm;
+    std::map<std::string, double> m_thresholdByEventType;
+    // What the engine file and its settings name.
+    std::vector<std::string> m_usedModels;
+    std::vector<std::string> m_interestedObjects;
+    std::map<std::string, double> m_envVars;
+    std::unique_ptr<CSAllScenarios> m_allScenarios;
+
+    // Time stamps of the most recent frames, by frame number, and how many of them are kept.
+    static std::map<int, std::shared_ptr<CSTimeStamp>> h_currentTime;
+    static std::int32_t m_historySize;

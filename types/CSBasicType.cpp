@@ -1,0 +1,18 @@
+#include "types/CSBasicType.h"
+
+#include <utility>
+
+CSBasicType::CSBasicType(std::string type)
+    : m_type(std::move(type))
+{
+}
+
+CSBasicType::CSBasicType(Converted from)
+    : m_type(from.source.m_type)
+    , m_confidence(from.source.m_confidence)
+    , m_flag(from.source.m_flag)
+    , m_history(from.source.m_history)
+{
+}
+
+CSBasicType::~CSBasicType() = default;

@@ -1,0 +1,8 @@
+#include "types/CSOperatorInterfaceAbstract.h"
+
+CSOperatorInterfaceAbstract::~CSOperatorInterfaceAbstract() = default;
+
+CSOperatorDescription CSOperatorInterfaceAbstract::describe() const
+{
+    return {};
+}
