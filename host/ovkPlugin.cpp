@@ -1,0 +1,3 @@
+#include "host/ovkPlugin.h"
+
+ovkPlugin::~ovkPlugin() = default;
