@@ -1,8 +1,10 @@
 #include "host/rhmDataContext.h"
 
 #include <QFile>
+#include <QStringDecoder>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -36,6 +38,14 @@ std::optional<double> finiteNumber(std::string_view text)
     return value;
 }
 
+// The characters of an XML text in one of the encodings of Unicode.
+QString decoded(const QByteArray& text)
+{
+    const auto encoding = QStringConverter::encodingForData(text);
+    QStringDecoder decoder(encoding.value_or(QStringConverter::Utf8));
+    return decoder.decode(text);
+}
+
 std::string quoted(QStringView text)
 {
     return "\"" + text.toString().toStdString() + "\"";
@@ -55,6 +65,9 @@ rhmDataContext::~rhmDataContext() = default;
 bool rhmDataContext::read(const QString& fileName)
 {
     clear(fileName);
+    if (fileName.isEmpty()) {
+        return refuse({}, "no file is named");
+    }
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         return refuse({}, file.errorString().toStdString());
@@ -74,13 +87,23 @@ bool rhmDataContext::readText(const QByteArray& text, const QString& fileName)
     if (text.size() > m_limits.fileBytes) {
         return refuse({}, "larger than " + std::to_string(m_limits.fileBytes) + " bytes");
     }
-    QXmlStreamReader xml(text);
+    // The reader's own idea of the place lies behind the tag; with the characters at hand the tag's
+    // start is found.
+    m_text = decoded(text);
+    QXmlStreamReader xml(m_text);
     xml.setEntityExpansionLimit(m_limits.entityCharacters);
     const bool isRead = readContext(xml);
+    m_text.clear();
     if (xml.hasError()) {
         return refuse({xml.lineNumber(), xml.columnNumber() + 1}, xml.errorString().toStdString());
     }
     return isRead;
+}
+
+rhmDataContext::Place rhmDataContext::placeOf(qint64 offset) const
+{
+    const QStringView before = QStringView(m_text).left(offset);
+    return {1 + before.count(u'\n'), offset - before.lastIndexOf(u'\n')};
 }
 
 void rhmDataContext::clear(const QString& fileName)
@@ -110,13 +133,14 @@ void rhmDataContext::report(Place place, const std::string& reason)
 bool rhmDataContext::nextStartElement(QXmlStreamReader& xml)
 {
     while (!xml.atEnd()) {
-        const Place before{xml.lineNumber(), xml.columnNumber() + 1};
         const auto token = xml.readNext();
         if (token == QXmlStreamReader::EndElement) {
             return false;
         }
         if (token == QXmlStreamReader::StartElement) {
-            m_tag = before;
+            // No "<" can stand inside a tag.
+            const auto last = std::min<qint64>(xml.characterOffset(), m_text.size()) - 1;
+            m_tag = std::max<qint64>(0, m_text.lastIndexOf(u'<', last));
             return true;
         }
     }
@@ -130,11 +154,13 @@ bool rhmDataContext::readContext(QXmlStreamReader& xml)
     }
     if (xml.name() != QStringLiteral("Context")) {
         return refuse(
-            m_tag, "<Context> is expected, not <" + xml.name().toString().toStdString() + ">");
+            placeOf(m_tag),
+            "<Context> is expected, not <" + xml.name().toString().toStdString() + ">");
     }
     while (nextStartElement(xml)) {
         if (xml.name() != QStringLiteral("Element")) {
-            report(m_tag, "<" + xml.name().toString().toStdString() + "> is not known here");
+            report(
+                placeOf(m_tag), "<" + xml.name().toString().toStdString() + "> is not known here");
             xml.skipCurrentElement();
         } else if (!readElement(xml)) {
             return false;
@@ -148,7 +174,7 @@ bool rhmDataContext::readContext(QXmlStreamReader& xml)
 
 bool rhmDataContext::readElement(QXmlStreamReader& xml)
 {
-    const Place place = m_tag;
+    const qint64 tag = m_tag;
     const auto attributes = xml.attributes();
     ContextElement element;
     element.kind = attributes.value(QStringLiteral("kind")).toString().toStdString();
@@ -160,15 +186,15 @@ bool rhmDataContext::readElement(QXmlStreamReader& xml)
     element.height = height.value_or(0.0);
     element.radius = radius.value_or(0.0);
     if (element.kind.empty()) {
-        report(place, "the element has no kind");
+        report(placeOf(tag), "the element has no kind");
         isSound = false;
     }
-    if (!readVertices(xml, element, isSound)) {
+    if (!readVertices(xml, element, isSound) || xml.hasError()) {
         return false;
     }
     if (isSound && element.vertices.size() < leastVertices(element)) {
         report(
-            place,
+            placeOf(tag),
             "the element " + quoted(QString::fromStdString(element.name)) + " has " +
                 std::to_string(element.vertices.size()) + " vertices and needs " +
                 std::to_string(leastVertices(element)));
@@ -178,7 +204,7 @@ bool rhmDataContext::readElement(QXmlStreamReader& xml)
         return true;
     }
     if (m_elements.size() == m_limits.elements) {
-        return refuse(place, "more than " + std::to_string(m_limits.elements) + " elements");
+        return refuse(placeOf(tag), "more than " + std::to_string(m_limits.elements) + " elements");
     }
     m_elements.push_back(std::move(element));
     return true;
@@ -188,13 +214,14 @@ bool rhmDataContext::readVertices(QXmlStreamReader& xml, ContextElement& element
 {
     while (nextStartElement(xml)) {
         if (xml.name() != QStringLiteral("Vertex")) {
-            report(m_tag, "<" + xml.name().toString().toStdString() + "> is not known here");
+            report(
+                placeOf(m_tag), "<" + xml.name().toString().toStdString() + "> is not known here");
             xml.skipCurrentElement();
             continue;
         }
         if (element.vertices.size() == m_limits.verticesPerElement) {
             return refuse(
-                m_tag,
+                placeOf(m_tag),
                 "more than " + std::to_string(m_limits.verticesPerElement) +
                     " vertices in an element");
         }
@@ -217,13 +244,15 @@ rhmDataContext::number(const QXmlStreamAttributes& attributes, QStringView name,
         if (!isRequired) {
             return 0.0;
         }
-        report(m_tag, "the attribute " + quoted(name) + " is missing");
+        report(placeOf(m_tag), "the attribute " + quoted(name) + " is missing");
         return std::nullopt;
     }
     const auto text = attributes.value(key);
     const auto value = finiteNumber(text.toString().toStdString());
     if (!value.has_value()) {
-        report(m_tag, "the attribute " + quoted(name) + " is no finite number: " + quoted(text));
+        report(
+            placeOf(m_tag),
+            "the attribute " + quoted(name) + " is no finite number: " + quoted(text));
     }
     return value;
 }

@@ -102,6 +102,7 @@ private:
     };
 
     void clear(const QString& fileName);
+    Place placeOf(qint64 offset) const;
     bool refuse(Place place, const std::string& reason);
     void report(Place place, const std::string& reason);
     bool readContext(QXmlStreamReader& xml);
@@ -118,6 +119,7 @@ private:
     std::vector<ContextElement> m_elements;
     std::vector<scenariomatch::ContextError> m_errors;
     std::size_t m_unreportedErrors = 0;
-    // Of the start tag that was read last.
-    Place m_tag;
+    // What is being read, and where in it the start tag stands that was read last.
+    QString m_text;
+    qint64 m_tag = 0;
 };
