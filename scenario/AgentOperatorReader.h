@@ -2,11 +2,10 @@
 
 #include "scenario/AgentOperator.h"
 
-#include <memory>
 #include <string>
-#include <vector>
 
-namespace scenariomatch {
+namespace scenariomatch
+{
 
 // Reads an operator description, free in its layout; "#" starts a comment that ends with the line.
 //
@@ -14,10 +13,11 @@ namespace scenariomatch {
 //     declaration = "operator" NAME "(" [ parameter { "," parameter } ] ")" "{" constraint "}" ;
 //     parameter = NAME ":" TYPE ;
 //
-// A declaration may use the ones before it. `table` holds the loaded operators; a declared name that it lacks is added
-// with an object owned by the result. A declaration whose body uses an operator that is not in the table is reported on
-// standard error and dropped, as is text that is no declaration.
-CS_EXPORT std::vector<std::shared_ptr<AgentOperator>> readAgentOperators(
+// A declaration may use the ones before it. `table` holds the loaded operators; a declared name
+// that it lacks is added with an object owned by the result. A declaration whose body uses an
+// operator that is not in the table is reported on standard error and dropped, as is text that is
+// no declaration. Throws std::out_of_range where a body nests too deeply.
+CS_EXPORT AgentOperators readAgentOperators(
     const std::string& fileName, const std::string& text, CConstraint::OperatorTable& table);
 
 } // namespace scenariomatch

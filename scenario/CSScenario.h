@@ -3,6 +3,7 @@
 #include "scenario/CComponent.h"
 #include "scenario/CConstraint.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -16,7 +17,8 @@
 //         Constraints((p->Position in z->Vertices))
 //         Alarm((Level : URGENT)(Text : Somebody is inside)))
 //
-// Filled once by read, prepared once (CSAllScenarios), then only looked at. Owns its components and constraints.
+// Filled once by read, prepared once (CSAllScenarios), then only looked at. Owns its components and
+// constraints.
 class CS_EXPORT CSScenario
 {
 public:
@@ -27,9 +29,10 @@ public:
     CSScenario& operator=(CSScenario&&) = delete;
     virtual ~CSScenario();
 
-    // Fills a fresh model from the text of one declaration. The tables are those of the model file: constants (the
-    // threshold of a model without brackets is the constant named like its kind, else 0) and alarm levels.
-    // Throws std::out_of_range where text is cut at a position that does not exist.
+    // Fills a fresh model from the text of one declaration. The tables are those of the model file:
+    // constants (the threshold of a model without brackets is the constant named like its kind,
+    // else 0) and alarm levels. Throws std::out_of_range where text is cut at a position that does
+    // not exist.
     void read(
         std::string text,
         const std::string& kind,
@@ -46,7 +49,8 @@ public:
     // Writes the model to standard output.
     void print() const;
 
-    // Preparation, per model; see CConstraint. Constraints are filled from the constants that the model was read with.
+    // Preparation, per model; see CConstraint. Constraints are filled from the constants that the
+    // model was read with.
     void classifyConstraints();
     void fillConstraintsConstants();
 
@@ -73,11 +77,21 @@ public:
     bool m_used = false;
     // The constants that the model was read with.
     std::map<std::string, double> m_constants;
-    // The component whose recognition completes a candidate, and the one that is looked up first among what has been
-    // recognised; -1 when there is none. Set by createModelTree.
+    // The component whose recognition completes a candidate, and the one that is looked up first
+    // among what has been recognised; -1 when there is none. Set by createModelTree.
     std::int32_t m_triggerIndex = -1;
     std::int32_t m_skipIndex = -1;
 
     // The id that the next model gets; never reset.
     static std::int32_t m_number;
+
+    // Physical objects and their types may not have longer names; a longer one is text without its
+    // separator.
+    static constexpr std::size_t kMaximumNameLength = 255;
+
+private:
+    void readSection(
+        const std::string& keyword,
+        const std::string& body,
+        const std::map<std::string, int>& alarmLevels);
 };

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "types/CSOperatorInterfaceAbstract.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+// The one place through which operators are called. Operators are strangers' code: what they throw
+// goes no further.
+namespace scenariomatch
+{
+
+using OperatorFailureHandler =
+    std::function<void(const CSOperatorInterfaceAbstract& op, const std::string& what)>;
+
+// Installs the handler that is told every time an operator throws, process-wide; an empty one for
+// none.
+CS_EXPORT void setOperatorFailureHandler(OperatorFailureHandler handler);
+
+// The operator's value on the arguments; a false CSBool when it throws. A failed allocation passes.
+CS_EXPORT std::shared_ptr<CSBasicType> callOperator(
+    CSOperatorInterfaceAbstract& op, std::vector<std::shared_ptr<CSBasicType>>&& arguments);
+
+// What the operator says about itself; nothing when it throws. A failed allocation passes.
+CS_EXPORT CSOperatorDescription describeOperator(const CSOperatorInterfaceAbstract& op);
+
+} // namespace scenariomatch
