@@ -1,6 +1,8 @@
 #pragma once
 
+#include "engine/ComponentLookups.h"
 #include "engine/CSScenarioInstance.h"
+#include "engine/PrimitivePlan.h"
 #include "engine/RecognisedScenarios.h"
 #include "engine/RecognitionObserver.h"
 #include "scenario/AgentOperator.h"
@@ -11,15 +13,17 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-// The number of ordered selections of k out of n, in unsigned 32-bit arithmetic that wraps; 0 unless n >= k >= 0.
+// The number of ordered selections of k out of n, in unsigned 32-bit arithmetic that wraps; 0
+// unless n >= k >= 0.
 CS_EXPORT unsigned permutation(int n, int k);
 
-// All ordered selections of k distinct positions of the values, as lists of the selected values: position by position
-// in ascending order, each followed by the selections from the others.
+// All ordered selections of k distinct positions of the values, as lists of the selected values:
+// position by position in ascending order, each followed by the selections from the others.
 CS_EXPORT std::vector<std::vector<int>> createPermutationList(std::vector<int> values, int k);
 
 // All index tuples with 0 <= tuple[j] < sizes[j], the first position varying slowest.
@@ -31,9 +35,10 @@ CS_EXPORT bool compare_scenario_end(
 
 // The recognition engine: holds models, operators, agents and what has been recognised.
 //
-// Use: configure (operators, thresholds, alarm levels, time constants, object types), read the engine file, enter the
-// constant agents; then per frame set the current time, enter the mobile agents, call infer() and read
-// recognisedScenarios(). One engine per process, all calls from one thread.
+// Use: configure (operators, thresholds, alarm levels, time constants, object types), read the
+// engine file, enter the constant agents; then per frame set the current time, enter the mobile
+// agents, call infer() and read recognisedScenarios(). One engine per process, all calls from one
+// thread.
 class CS_EXPORT CSEngine
 {
 public:
@@ -58,8 +63,9 @@ public:
 
     // Configuration (CSEngineConfiguration.cpp)
 
-    // Reads the engine file and prepares the models. Unreadable files are skipped; what is wrong with a model is
-    // reported on standard error. Throws std::out_of_range where text is cut at a position that does not exist.
+    // Reads the engine file and prepares the models. Unreadable files are skipped; what is wrong
+    // with a model is reported on standard error. Throws std::out_of_range where text is cut at a
+    // position that does not exist.
     void read(const std::string& fileName);
     void readEngine(const std::string& fileName);
     void readEnvVars(const std::string& fileName);
@@ -81,12 +87,15 @@ public:
     void setAllOperators();
     // Files one operator that lives at least as long as the engine's models.
     void addOperator(CSOperatorInterfaceAbstract& op);
-    // Reads the operator description, then copies the operator table into CConstraint::m_allOperators.
+    // Reads the operator description, then copies the operator table into
+    // CConstraint::m_allOperators.
     void readOperatorAgent(const std::string& fileName);
     // Is told, once per operator, that it threw; null by default.
     void setOperatorFailureReport(std::function<void(const std::string& message)> report);
+
     // How often operators have thrown.
     std::uint64_t operatorFailures() const { return m_operatorFailures; }
+
     const CConstraint::OperatorTable& operators() const { return m_operators; }
 
     // Agents and time (CSEngineAgents.cpp)
@@ -105,7 +114,8 @@ public:
         const std::string& attributeName,
         std::shared_ptr<CSBasicType> value,
         int frame);
-    // Appends the identifiers of the agents of the type that are constant or seen in the current frame.
+    // Appends the identifiers of the agents of the type that are constant or seen in the current
+    // frame.
     void getAllAgent(const std::string& type, std::vector<int>& ids) const;
     // Makes sure that the pseudo-agent of a recognised instance exists.
     int getComponent(int id);
@@ -116,8 +126,11 @@ public:
     void removeAgents();
     void removeConstAgents();
     void printAgents() const;
+
     const std::map<int, std::shared_ptr<CSAgent>>& agents() const { return m_agents; }
+
     const std::map<int, std::shared_ptr<CSAgent>>& components() const { return m_components; }
+
     const std::shared_ptr<CSTimeStamp>& currentTime() const { return m_currentTime; }
 
     // Recognition (CSEnginePrimitive.cpp, CSEngineComposite.cpp, CSEngineInference.cpp)
@@ -126,10 +139,13 @@ public:
     void recognisePrimitiveState(InstancesByModel& newInstances);
     void createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded);
     void recogniseComplexEvent(const InstancesByModel& candidates, InstancesByModel& newInstances);
-    // Extends an earlier recognition of the same model and participants or adds the instance. Returns the id of the one
-    // that now stands for it and writes its start.
+    // Extends an earlier recognition of the same model and participants or adds the instance.
+    // Returns the id of the one that now stands for it and writes its start.
     int addRecognisedEvent(
-        const std::shared_ptr<CSScenarioInstance>& instance, std::shared_ptr<CSTimeStamp>& startOut);
+        const std::shared_ptr<CSScenarioInstance>& instance,
+        std::shared_ptr<CSTimeStamp>& startOut);
+    // Multiplies in the confidences of the components, divides by m_bayesianRatio, and compares
+    // with the model's threshold. An instance with an unbound component is not confident.
     bool isConfident(const std::shared_ptr<CSScenarioInstance>& instance) const;
     void cleanRecognisedScenario();
     void printRecognisedScenario(const std::string& type) const;
@@ -138,9 +154,12 @@ public:
     void sortRecognisedScenarios();
     // What is recognised and still alive, latest end first.
     const std::list<std::shared_ptr<CSScenarioInstance>>& recognisedScenarios() const;
+
     // Composite candidates that the first composite level built, by model name.
     const InstancesByModel& firstLevelCandidates() const { return m_firstLevelCandidates; }
+
     const Statistics& statistics() const { return m_statistics; }
+
     // The observer must outlive its use; null for none.
     void setObserver(scenariomatch::RecognitionObserver* observer) { m_observer = observer; }
 
@@ -162,3 +181,90 @@ public:
     // Time stamps of the most recent frames, by frame number, and how many of them are kept.
     static std::map<int, std::shared_ptr<CSTimeStamp>> h_currentTime;
     static std::int32_t m_historySize;
+
+private:
+    // Configuration
+    void readEngineFile(const std::string& fileName);
+    void readSettingsEntry(const std::string& directory, const std::string& entry);
+    void keepUsedModels();
+    void announce(const char* step) const;
+
+    // Operators
+    void noteOperatorFailure(const CSOperatorInterfaceAbstract& op, const std::string& what);
+
+    // Agents
+    using AgentsByType = std::map<std::string, std::vector<std::shared_ptr<CSAgent>>>;
+    bool isPresent(const CSAgent& agent) const;
+    AgentsByType presentAgents() const;
+
+    // Primitive states
+    void preparePlans();
+    scenariomatch::PrimitivePlan::Candidates
+    candidatesFor(const scenariomatch::PrimitivePlan& plan, const AgentsByType& present) const;
+    void recogniseCandidate(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
+    bool isAccepted(const scenariomatch::PrimitivePlan& plan, double& confidence);
+    CSScenarioInstance&
+    recordCandidate(const scenariomatch::PrimitivePlan& plan, double confidence);
+    void seedParents(const CSScenarioInstance& recognised, InstancesByModel& newInstances);
+    void seedComponent(
+        CSScenarioInstance& seed,
+        const CComponent& component,
+        const CSScenarioInstance& recognised);
+    std::shared_ptr<CSAgent>
+    refreshComponent(const CSScenarioInstance& recognised, const std::shared_ptr<CSTimeStamp>& end);
+
+    // Composites
+    struct Attempt;
+    const scenariomatch::RecognisedScenarios::Group*
+    recognisedFor(const CSScenarioInstance& candidate, std::size_t component) const;
+    int countRecent(const std::string& modelName) const;
+    bool isTooOld(const CSScenarioInstance& recognised) const;
+    void completePending(const Instances& pending, Instances& completed);
+    void completeRest(std::shared_ptr<CSScenarioInstance> candidate, Instances& completed);
+    std::shared_ptr<CSScenarioInstance> tryCompletion(
+        const CSScenarioInstance& candidate,
+        std::size_t component,
+        const CSScenarioInstance& recognised,
+        bool isFirst);
+    std::optional<scenariomatch::CompletionRejection> joinParticipants(
+        CSScenarioInstance& candidate,
+        const CComponent& component,
+        const CSScenarioInstance& recognised) const;
+    void recogniseComposite(
+        const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances);
+
+    // Recognised instances
+    CSScenarioInstance& recordInstance(const std::shared_ptr<CSScenarioInstance>& instance);
+    CSScenarioInstance&
+    extendRecognised(scenariomatch::RecognisedScenarios::Entry& entry, double confidence);
+    void addNew(const std::shared_ptr<CSScenarioInstance>& instance);
+    bool isAboveThreshold(const CSScenario& model, double& confidence) const;
+
+    CConstraint::OperatorTable m_operators;
+    std::vector<std::shared_ptr<scenariomatch::AgentOperator>> m_agentOperators;
+    std::function<void(const std::string&)> m_reportOperatorFailure;
+    std::set<std::string> m_failedOperators;
+    std::uint64_t m_operatorFailures = 0;
+
+    std::map<int, std::shared_ptr<CSAgent>> m_agents;
+    std::map<int, int> m_mobileIds;
+    std::map<int, int> m_constantIds;
+    int m_nextAgentId = 0;
+    std::map<int, std::shared_ptr<CSAgent>> m_components;
+    std::map<std::string, std::vector<std::string>> m_objectTypes;
+    std::shared_ptr<CSTimeStamp> m_currentTime;
+    double m_constTimeSearch = CSScenarioInstance::m_const_TimeSearch;
+
+    scenariomatch::RecognisedScenarios m_recognisedScenarios;
+    int m_nextInstanceId = 0;
+    InstancesByModel m_firstLevelCandidates;
+    Statistics m_statistics;
+    scenariomatch::RecognitionObserver* m_observer = nullptr;
+    // How each primitive state is matched, by model name; made anew when models were read or
+    // rewritten.
+    std::map<std::string, std::vector<scenariomatch::PrimitivePlan>> m_primitivePlans;
+    scenariomatch::ComponentLookups m_lookups;
+    bool m_plansAreCurrent = false;
+    // Identifiers of the agents of the candidate at hand; kept to save the allocation.
+    std::vector<int> m_participants;
+};

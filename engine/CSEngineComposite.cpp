@@ -1,0 +1,289 @@
+#include "engine/Agents.h"
+#include "engine/ConstraintsHold.h"
+#include "engine/CSEngine.h"
+
+#include <algorithm>
+#include <utility>
+
+using scenariomatch::agentIdentifier;
+using scenariomatch::CompletionRejection;
+using scenariomatch::isPhysicalObject;
+using scenariomatch::RecognisedScenarios;
+
+namespace
+{
+
+bool isBound(const CSScenarioInstance& instance, const std::string& variable)
+{
+    return instance.m_bindings.find(variable) != instance.m_bindings.end();
+}
+
+bool isTriggered(const CSScenarioInstance& seed)
+{
+    const auto trigger = static_cast<std::size_t>(seed.m_scenario->m_triggerIndex);
+    return isBound(seed, seed.m_scenario->m_components[trigger]->m_variable);
+}
+
+// Whether the component is filled by the recognised instance's own pseudo-agent.
+bool isFilledBy(
+    const CSScenarioInstance& candidate,
+    const CComponent& component,
+    const CSScenarioInstance& recognised)
+{
+    const auto filling = candidate.m_bindings.find(component.m_variable);
+    return filling != candidate.m_bindings.end() &&
+           agentIdentifier(filling->second) == recognised.m_id;
+}
+
+bool bindsObjectTwice(const CConstraint::Bindings& bindings)
+{
+    for (auto one = bindings.begin(); one != bindings.end(); ++one) {
+        if (!isPhysicalObject(one->second)) {
+            continue;
+        }
+        const bool again = std::any_of(std::next(one), bindings.end(), [&](const auto& other) {
+            return isPhysicalObject(other.second) && other.second->m_ID == one->second->m_ID &&
+                   other.second->m_constant == one->second->m_constant;
+        });
+        if (again) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+struct CSEngine::Attempt
+{
+    const RecognisedScenarios::Entry* recognised;
+    std::size_t pending;
+};
+
+void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded)
+{
+    preparePlans();
+    for (const auto& [name, seeds] : seeded) {
+        Instances pending;
+        Instances completed;
+        for (const auto& seed : seeds) {
+            if (seed->m_scenario->m_skipIndex < 0) {
+                completed.push_back(seed);
+            } else if (isTriggered(*seed)) {
+                pending.push_back(seed);
+            }
+        }
+        completePending(pending, completed);
+        if (!completed.empty()) {
+            Instances& all = candidates[name];
+            all.insert(all.end(), completed.begin(), completed.end());
+        }
+    }
+}
+
+bool CSEngine::isTooOld(const CSScenarioInstance& recognised) const
+{
+    return recognised.m_end->duration(*m_currentTime) > m_constTimeSearch;
+}
+
+int CSEngine::countRecent(const std::string& modelName) const
+{
+    const auto* group = m_recognisedScenarios.ofModel(modelName);
+    if (group == nullptr) {
+        return 0;
+    }
+    auto count = static_cast<int>(group->items().size());
+    for (auto last = group->items().rbegin();
+         last != group->items().rend() && isTooOld(*(*last)->instance);
+         ++last) {
+        --count;
+    }
+    return count;
+}
+
+// Where no observer wants to hear of those that do not fit, only instances with the shared
+// participant are looked at.
+const RecognisedScenarios::Group*
+CSEngine::recognisedFor(const CSScenarioInstance& candidate, std::size_t component) const
+{
+    const CSScenario& model = *candidate.m_scenario;
+    const std::string& subModel = model.m_components[component]->m_modelName;
+    const scenariomatch::ComponentLookup& lookup = m_lookups.of(model, component);
+    const auto shared = candidate.m_bindings.find(lookup.parentVariable);
+    if (m_observer != nullptr || lookup.subVariable.empty() ||
+        shared == candidate.m_bindings.end()) {
+        return m_recognisedScenarios.ofModel(subModel);
+    }
+    return m_recognisedScenarios.ofParticipant(
+        subModel, lookup.subVariable, agentIdentifier(shared->second));
+}
+
+// Candidates come in the order of the recognised instances, then of the pending ones.
+void CSEngine::completePending(const Instances& pending, Instances& completed)
+{
+    std::vector<Attempt> attempts;
+    std::map<std::string, int> recent;
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        const CSScenario& model = *pending[i]->m_scenario;
+        const auto component = static_cast<std::size_t>(model.m_skipIndex);
+        const std::string& subModel = model.m_components[component]->m_modelName;
+        if (recent.find(subModel) == recent.end()) {
+            recent[subModel] = countRecent(subModel);
+        }
+        m_statistics.completions += recent[subModel];
+        const auto* group = recognisedFor(*pending[i], component);
+        if (group == nullptr) {
+            continue;
+        }
+        for (const auto* entry : group->items()) {
+            if (isTooOld(*entry->instance)) {
+                break;
+            }
+            attempts.push_back({entry, i});
+        }
+    }
+    std::stable_sort(attempts.begin(), attempts.end(), [](const Attempt& a, const Attempt& b) {
+        return RecognisedScenarios::isBefore(*a.recognised, *b.recognised);
+    });
+    for (const Attempt& attempt : attempts) {
+        const CSScenarioInstance& candidate = *pending[attempt.pending];
+        const auto component = static_cast<std::size_t>(candidate.m_scenario->m_skipIndex);
+        auto joined = tryCompletion(candidate, component, *attempt.recognised->instance, true);
+        if (joined) {
+            completeRest(std::move(joined), completed);
+        }
+    }
+}
+
+// Looks the components up that are still unbound, one after the other in their order.
+void CSEngine::completeRest(std::shared_ptr<CSScenarioInstance> candidate, Instances& completed)
+{
+    const auto& components = candidate->m_scenario->m_components;
+    const auto open =
+        std::find_if(components.begin(), components.end(), [&](const auto& component) {
+            return !isBound(*candidate, component->m_variable);
+        });
+    if (open == components.end()) {
+        completed.push_back(std::move(candidate));
+        return;
+    }
+    const auto component = static_cast<std::size_t>(open - components.begin());
+    m_statistics.completions += countRecent((*open)->m_modelName);
+    const auto* group = recognisedFor(*candidate, component);
+    if (group == nullptr) {
+        return;
+    }
+    for (const auto* entry : group->items()) {
+        if (isTooOld(*entry->instance)) {
+            return;
+        }
+        auto joined = tryCompletion(*candidate, component, *entry->instance, false);
+        if (joined) {
+            completeRest(std::move(joined), completed);
+        }
+    }
+}
+
+std::shared_ptr<CSScenarioInstance> CSEngine::tryCompletion(
+    const CSScenarioInstance& candidate,
+    std::size_t component,
+    const CSScenarioInstance& recognised,
+    bool isFirst)
+{
+    const auto& components = candidate.m_scenario->m_components;
+    const auto reject = [&](CompletionRejection reason) {
+        if (m_observer != nullptr) {
+            m_observer->completionRejected(candidate, component, recognised, reason);
+        }
+        return nullptr;
+    };
+    const auto isFilled = [&](const auto& other) {
+        return isFilledBy(candidate, *other, recognised);
+    };
+    const bool fillsAnother = isFirst ? isFilled(components[1 - component])
+                                      : std::any_of(components.begin(), components.end(), isFilled);
+    if (fillsAnother) {
+        return reject(CompletionRejection::SameInstance);
+    }
+    auto joined = std::make_shared<CSScenarioInstance>(candidate);
+    const bool startsEarlier = isFirst || *recognised.m_start < *joined->m_start;
+    if (startsEarlier) {
+        joined->m_start = recognised.m_start;
+    }
+    const auto rejection = joinParticipants(*joined, *components[component], recognised);
+    if (rejection) {
+        return reject(*rejection);
+    }
+    joined->m_bindings[components[component]->m_variable] =
+        refreshComponent(recognised, recognised.m_end);
+    return joined;
+}
+
+std::optional<CompletionRejection> CSEngine::joinParticipants(
+    CSScenarioInstance& candidate,
+    const CComponent& component,
+    const CSScenarioInstance& recognised) const
+{
+    for (const auto& [position, variable] : recognised.m_scenario->m_physicalObjects) {
+        const auto index = static_cast<std::size_t>(position);
+        if (index >= component.m_arguments.size()) {
+            continue;
+        }
+        const auto found = recognised.m_bindings.find(variable);
+        const auto agent = found == recognised.m_bindings.end() ? nullptr : found->second;
+        const auto [bound, isNew] =
+            candidate.m_bindings.try_emplace(component.m_arguments[index], agent);
+        if (!isNew && agentIdentifier(bound->second) != agentIdentifier(agent)) {
+            return CompletionRejection::DifferentParticipant;
+        }
+    }
+    if (bindsObjectTwice(candidate.m_bindings)) {
+        return CompletionRejection::ObjectTwice;
+    }
+    return std::nullopt;
+}
+
+void CSEngine::recogniseComplexEvent(
+    const InstancesByModel& candidates, InstancesByModel& newInstances)
+{
+    for (const auto& [name, instances] : candidates) {
+        for (const auto& instance : instances) {
+            if (instance->m_scenario->m_kind != "PrimitiveState") {
+                recogniseComposite(instance, newInstances);
+            }
+        }
+    }
+}
+
+void CSEngine::recogniseComposite(
+    const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances)
+{
+    const CSScenario& model = *instance->m_scenario;
+    const auto& bindings = instance->m_bindings;
+    ++m_statistics.tested;
+    if (m_observer != nullptr) {
+        m_observer->candidateTested(model, bindings);
+    }
+    const auto agentOf = [&bindings](const CConstraint& leaf) -> const std::shared_ptr<CSAgent>& {
+        static const std::shared_ptr<CSAgent> none;
+        const auto found = bindings.find(leaf.m_value);
+        return found == bindings.end() ? none : found->second;
+    };
+    instance->m_confidence = 1.0;
+    const std::size_t held = scenariomatch::constraintsHeld(model, agentOf, instance->m_confidence);
+    if (held < model.m_constraints.size()) {
+        instance->m_confidence = 1.0;
+        if (m_observer != nullptr) {
+            m_observer->constraintFalse(model, bindings, held);
+        }
+        return;
+    }
+    if (!isConfident(instance)) {
+        if (m_observer != nullptr) {
+            m_observer->notConfident(model, bindings, instance->m_confidence);
+        }
+        return;
+    }
+    ++m_statistics.accepted;
+    seedParents(recordInstance(instance), newInstances);
+}

@@ -1,0 +1,190 @@
+#include "engine/CSEngine.h"
+#include "engine/SettingsFile.h"
+#include "types/TextFile.h"
+
+#include <algorithm>
+#include <functional>
+#include <iostream>
+#include <utility>
+
+namespace
+{
+
+using Models = std::vector<std::shared_ptr<CSScenario>>;
+
+void forEachModel(
+    const CSAllScenarios& scenarios,
+    const std::function<void(const std::shared_ptr<CSScenario>&)>& visit)
+{
+    for (const auto& [kind, models] : scenarios.m_scenariosByKind) {
+        for (const auto& model : models) {
+            visit(model);
+        }
+    }
+}
+
+bool hasModel(const CSAllScenarios& scenarios, const std::string& name)
+{
+    bool found = false;
+    forEachModel(scenarios, [&](const auto& model) { found = found || model->m_name == name; });
+    return found;
+}
+
+} // namespace
+
+void CSEngine::announce(const char* step) const
+{
+    if (m_debug) {
+        std::cout << "Initialisation: " << step << '\n';
+    }
+}
+
+void CSEngine::read(const std::string& fileName)
+{
+    m_plansAreCurrent = false;
+    announce("Read the scenario models");
+    m_allScenarios = std::make_unique<CSAllScenarios>();
+    readEngineFile(fileName);
+    announce("Choose the scenario models");
+    chooseScenarioModels();
+    announce("Check the constraints of the scenario models");
+    checkScenarioModelsConstraints();
+    announce("Check the components of the scenario models");
+    checkScenarioModels();
+    announce("Give the value of the constants in the constraints");
+    m_allScenarios->fillConstraintsConstants();
+    m_allScenarios->classifyConstraints();
+    announce("Create the tree model of the scenarios");
+    m_allScenarios->createModelTree();
+}
+
+void CSEngine::readEngineFile(const std::string& fileName)
+{
+    const auto text = scenariomatch::readTextFile(fileName);
+    if (!text) {
+        return;
+    }
+    const std::string directory = scenariomatch::directoryOf(fileName);
+    scenariomatch::readListEntries(*text, [&](const scenariomatch::SettingsEntry& entry) {
+        if (entry.keyword == "includeScenario") {
+            m_allScenarios->read(directory + entry.argument, m_envVars, m_levelAlarm);
+        } else if (entry.keyword == "includeEngine") {
+            readEngine(directory + entry.argument);
+        }
+    });
+}
+
+void CSEngine::readEngine(const std::string& fileName)
+{
+    const auto text = scenariomatch::readTextFile(fileName);
+    if (!text) {
+        return;
+    }
+    const std::string directory = scenariomatch::directoryOf(fileName);
+    scenariomatch::readEngineEntries(
+        fileName, *text, [&](const scenariomatch::SettingsEntry& entry) {
+            if (entry.keyword == "EnvVars") {
+                readEnvVars(directory + entry.argument);
+            } else if (entry.keyword == "UsedModels") {
+                scenariomatch::appendItems(entry.argument, m_usedModels);
+            } else if (entry.keyword == "InterestedObjects") {
+                scenariomatch::appendItems(entry.argument, m_interestedObjects);
+            }
+        });
+}
+
+void CSEngine::readEnvVars(const std::string& fileName)
+{
+    const auto text = scenariomatch::readTextFile(fileName);
+    if (text) {
+        scenariomatch::readConstantEntries(
+            *text, [this](const std::string& name, double value) { m_envVars[name] = value; });
+    }
+}
+
+void CSEngine::chooseScenarioModels()
+{
+    for (const std::string& name : m_usedModels) {
+        if (!hasModel(*m_allScenarios, name)) {
+            std::cerr << "Warning: the scenario model: " << name << " does not exist!\n";
+        }
+        forEachModel(*m_allScenarios, [&](const auto& model) {
+            model->m_used = model->m_used || model->m_name == name;
+        });
+    }
+    keepUsedModels();
+}
+
+void CSEngine::keepUsedModels()
+{
+    for (auto& [kind, models] : m_allScenarios->m_scenariosByKind) {
+        std::erase_if(models, [](const auto& model) { return !model->m_used; });
+    }
+}
+
+void CSEngine::checkScenarioModelsConstraints()
+{
+    forEachModel(*m_allScenarios, [this](const auto& model) {
+        for (const auto& constraint : model->m_constraints) {
+            if (!constraint->checkOperator(m_operators)) {
+                std::cerr << "\t in scenario model " << model->m_name << ". It will not be used!\n";
+                model->m_used = false;
+            }
+        }
+    });
+    keepUsedModels();
+}
+
+void CSEngine::checkScenarioModels()
+{
+    forEachModel(*m_allScenarios, [this](const auto& model) {
+        for (const auto& component : model->m_components) {
+            if (!hasModel(*m_allScenarios, component->m_modelName)) {
+                std::cerr << "Warning: the component " << component->m_modelName
+                          << " is not defined but it is used in the scenario " << model->m_name
+                          << '\n';
+                model->m_used = false;
+            }
+        }
+    });
+}
+
+void CSEngine::rewriteAgentOperator()
+{
+    if (m_allScenarios) {
+        m_allScenarios->rewriteAgentOperator(m_agentOperators);
+        m_plansAreCurrent = false;
+    }
+}
+
+void CSEngine::setThresholdByEventType(const std::string& type, double value)
+{
+    m_thresholdByEventType[type] = value;
+}
+
+void CSEngine::setLevelAlarm(const std::string& name, int level)
+{
+    m_levelAlarm[name] = level;
+}
+
+void CSEngine::setHistorySize(int size)
+{
+    CSEngine::m_historySize = size;
+    CSAgent::m_historySize = size;
+}
+
+void CSEngine::setConstTimeSearch(double seconds)
+{
+    m_constTimeSearch = seconds;
+    CSScenarioInstance::m_const_TimeSearch = seconds;
+}
+
+void CSEngine::setAllObjectTypes(std::map<std::string, std::vector<std::string>> types)
+{
+    m_objectTypes = std::move(types);
+}
+
+void CSEngine::readAllObjects(const std::string& fileName)
+{
+    CSAgent::readAllObjects(fileName);
+}

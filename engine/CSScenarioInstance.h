@@ -25,8 +25,8 @@ public:
     CSScenarioInstance& operator=(CSScenarioInstance&&) = delete;
     virtual ~CSScenarioInstance();
 
-    // Verifies the model's constraints in order, up to the first that is false, and sets the confidence to the product
-    // of theirs; 1.0 when one is false.
+    // Verifies the model's constraints in order, up to the first that is false, and sets the
+    // confidence to the product of theirs; 1.0 when one is false.
     bool recognisePrimitiveState();
 
     std::shared_ptr<CSScenario> m_scenario;

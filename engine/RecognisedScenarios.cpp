@@ -1,0 +1,367 @@
+#include "engine/RecognisedScenarios.h"
+
+#include "engine/Agents.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+std::pair<double, double> instantOf(const CSTimeStamp& time)
+{
+    return {time.m_seconds, time.m_milliseconds};
+}
+
+std::uint64_t mixed(std::uint64_t hash, int id)
+{
+    constexpr std::uint64_t kOddConstant =
+        0x9E3779B97F4A7C15U; // the golden ratio's bits spread ids well
+    constexpr unsigned kShift = 29;
+    hash = (hash ^ static_cast<std::uint32_t>(id)) * kOddConstant;
+    return hash ^ (hash >> kShift);
+}
+
+std::uint64_t hashOf(RecognisedScenarios::Participants participants)
+{
+    std::uint64_t hash = participants.size();
+    for (const int id : participants) {
+        hash = mixed(hash, id);
+    }
+    return hash;
+}
+
+std::vector<int> participantsOf(const CConstraint::Bindings& bindings)
+{
+    std::vector<int> participants;
+    participants.reserve(bindings.size());
+    for (const auto& [variable, agent] : bindings) {
+        participants.push_back(agentIdentifier(agent));
+    }
+    return participants;
+}
+
+int identifierIn(const CConstraint::Bindings& bindings, const std::string& variable)
+{
+    const auto found = bindings.find(variable);
+    return found == bindings.end() ? kNoAgent : agentIdentifier(found->second);
+}
+
+// Whether every variable that the instance binds has the same agent among the participants.
+bool hasParticipants(
+    const CSScenarioInstance& instance,
+    std::span<const std::string> variables,
+    RecognisedScenarios::Participants participants)
+{
+    std::size_t position = 0;
+    for (const auto& [variable, agent] : instance.m_bindings) {
+        while (position < variables.size() && variables[position] < variable) {
+            ++position;
+        }
+        const bool found = position < variables.size() && variables[position] == variable;
+        const int other = found ? participants[position] : kNoAgent;
+        if (agentIdentifier(agent) != other) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+// The groups of one model name. Groups of participants that have become empty are dropped.
+struct RecognisedScenarios::ModelIndex
+{
+    Group all;
+    std::unordered_map<std::uint64_t, Group> byParticipants;
+    std::vector<std::pair<std::string, std::unordered_map<int, Group>>> byAgent;
+    // Two models of one name may bind different variables: then only a walk over all finds the same
+    // participants.
+    const CSScenario* model = nullptr;
+    std::size_t variables = 0;
+    bool mixed = false;
+
+    void note(const CSScenarioInstance& instance)
+    {
+        if (model == nullptr) {
+            model = instance.m_scenario.get();
+            variables = instance.m_bindings.size();
+        }
+        mixed =
+            mixed || model != instance.m_scenario.get() || variables != instance.m_bindings.size();
+    }
+};
+
+RecognisedScenarios::RecognisedScenarios() = default;
+
+RecognisedScenarios::~RecognisedScenarios() = default;
+
+RecognisedScenarios::ModelIndex& RecognisedScenarios::indexOf(const std::string& modelName)
+{
+    auto& index = m_models[modelName];
+    if (!index) {
+        index = std::make_unique<ModelIndex>();
+    }
+    return *index;
+}
+
+void RecognisedScenarios::indexByParticipant(
+    const std::string& modelName, const std::string& variable)
+{
+    ModelIndex& index = indexOf(modelName);
+    const auto isVariable = [&](const auto& known) { return known.first == variable; };
+    if (std::any_of(index.byAgent.begin(), index.byAgent.end(), isVariable)) {
+        return;
+    }
+    std::vector<Entry*> entries(index.all.items().begin(), index.all.items().end());
+    for (Entry* entry : entries) {
+        leaveIndex(*entry);
+    }
+    index.byAgent.emplace_back(
+        std::piecewise_construct, std::forward_as_tuple(variable), std::forward_as_tuple());
+    for (Entry* entry : entries) {
+        enterIndex(*entry);
+    }
+}
+
+void RecognisedScenarios::enterIndex(Entry& entry)
+{
+    ModelIndex& index = *entry.model;
+    index.note(*entry.instance);
+    const auto join = [&entry](Group& group) {
+        entry.memberships.push_back({&group, group.append(&entry)});
+    };
+    join(index.all);
+    join(index.byParticipants[entry.participants]);
+    for (auto& [variable, groups] : index.byAgent) {
+        join(groups[identifierIn(entry.instance->m_bindings, variable)]);
+    }
+}
+
+void RecognisedScenarios::leaveIndex(Entry& entry)
+{
+    for (const Entry::Membership& membership : entry.memberships) {
+        membership.group->erase(membership.place);
+    }
+    entry.memberships.clear();
+    ModelIndex& index = *entry.model;
+    const auto dropEmpty = [](auto& groups, auto key) {
+        const auto found = groups.find(key);
+        if (found != groups.end() && found->second.empty()) {
+            groups.erase(found);
+        }
+    };
+    dropEmpty(index.byParticipants, entry.participants);
+    for (auto& [variable, groups] : index.byAgent) {
+        dropEmpty(groups, identifierIn(entry.instance->m_bindings, variable));
+    }
+}
+
+RecognisedScenarios::Entry* RecognisedScenarios::findExtensible(
+    const std::shared_ptr<CSScenario>& model,
+    std::span<const std::string> variables,
+    Participants participants,
+    const CSTimeStamp& now,
+    double prolongation)
+{
+    const auto found = m_models.find(model->m_name);
+    if (found == m_models.end()) {
+        return nullptr;
+    }
+    ModelIndex& index = *found->second;
+    const Group* group = &index.all;
+    const bool isOneModel =
+        !index.mixed && index.model == model.get() && index.variables == participants.size();
+    if (isOneModel) {
+        const auto same = index.byParticipants.find(hashOf(participants));
+        if (same == index.byParticipants.end()) {
+            return nullptr;
+        }
+        group = &same->second;
+    }
+    for (Entry* entry : group->items()) {
+        const double age = entry->instance->m_end->duration(now);
+        if (age > prolongation) {
+            return nullptr;
+        }
+        if (age != 0.0 && hasParticipants(*entry->instance, variables, participants)) {
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
+void RecognisedScenarios::touch(Entry& entry, const CSTimeStamp& end)
+{
+    if (m_touched.empty()) {
+        m_touchedEnd = instantOf(end);
+        m_touchedAlike = true;
+    }
+    m_touchedAlike = m_touchedAlike && m_touchedEnd == instantOf(end);
+    if (!entry.touched) {
+        entry.touched = true;
+        m_touched.push_back(&entry);
+    }
+}
+
+void RecognisedScenarios::extend(
+    Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence)
+{
+    entry.instance->m_end = now;
+    entry.instance->m_confidence = confidence;
+    touch(entry, *now);
+}
+
+void RecognisedScenarios::add(Instance instance)
+{
+    auto entry = std::make_unique<Entry>();
+    entry->model = &indexOf(instance->m_scenario->m_name);
+    entry->participants = hashOf(participantsOf(instance->m_bindings));
+    entry->index = m_touched.size();
+    entry->instance = std::move(instance);
+    entry->place = m_list.append(entry->instance);
+    enterIndex(*entry);
+    touch(*entry, *entry->instance->m_end);
+    const CSScenarioInstance* key = entry->instance.get();
+    m_entries.emplace(key, std::move(entry));
+}
+
+bool RecognisedScenarios::isBefore(const Entry& a, const Entry& b)
+{
+    return a.turn != b.turn ? a.turn > b.turn : a.index < b.index;
+}
+
+void RecognisedScenarios::sort()
+{
+    if (m_touched.empty()) {
+        return;
+    }
+    const bool isLater = m_touchedAlike && (m_turn == 0 || m_touchedEnd > m_turnEnd);
+    if (isLater) {
+        ++m_turn;
+        m_nextIndex = 0;
+        m_turnEnd = m_touchedEnd;
+        m_turnIntact = true;
+    }
+    if (isLater || (m_touchedAlike && m_turnIntact && m_touchedEnd == m_turnEnd)) {
+        sortTouched();
+    } else {
+        sortAll();
+    }
+    m_touched.clear();
+}
+
+void RecognisedScenarios::sortTouched()
+{
+    std::sort(m_touched.begin(), m_touched.end(), [](const Entry* a, const Entry* b) {
+        return isBefore(*a, *b);
+    });
+    for (Entry* entry : m_touched) {
+        m_list.touch(entry->place, m_turn);
+        for (const Entry::Membership& membership : entry->memberships) {
+            membership.group->touch(membership.place, m_turn);
+        }
+        entry->turn = m_turn;
+        entry->index = m_nextIndex++;
+        entry->touched = false;
+    }
+}
+
+void RecognisedScenarios::sortAll()
+{
+    m_list.items().sort([](const Instance& a, const Instance& b) { return *a->m_end > *b->m_end; });
+    ++m_turn;
+    m_nextIndex = 0;
+    m_turnIntact = false;
+    m_turnEnd = instantOf(*m_list.items().front()->m_end);
+    std::vector<RecencyList<Instance>::Place> places;
+    for (auto place = m_list.items().begin(); place != m_list.items().end(); ++place) {
+        places.push_back(place);
+    }
+    for (const auto& place : places) {
+        Entry& entry = *m_entries.at(place->get());
+        m_list.restart(place);
+        for (const Entry::Membership& membership : entry.memberships) {
+            membership.group->restart(membership.place);
+        }
+        entry.turn = m_turn;
+        entry.index = m_nextIndex++;
+        entry.touched = false;
+    }
+}
+
+const RecognisedScenarios::Group* RecognisedScenarios::ofModel(const std::string& modelName) const
+{
+    const auto found = m_models.find(modelName);
+    return found == m_models.end() ? nullptr : &found->second->all;
+}
+
+const RecognisedScenarios::Group* RecognisedScenarios::ofParticipant(
+    const std::string& modelName, const std::string& variable, int agentId) const
+{
+    const auto found = m_models.find(modelName);
+    if (found == m_models.end()) {
+        return nullptr;
+    }
+    for (const auto& [name, groups] : found->second->byAgent) {
+        if (name == variable) {
+            const auto group = groups.find(agentId);
+            return group == groups.end() ? nullptr : &group->second;
+        }
+    }
+    return nullptr;
+}
+
+void RecognisedScenarios::remove(Entry& entry)
+{
+    leaveIndex(entry);
+    m_list.erase(entry.place);
+    m_entries.erase(entry.instance.get());
+}
+
+void RecognisedScenarios::removeExpired(
+    const CSTimeStamp& now,
+    double limit,
+    const std::function<void(const CSScenarioInstance&)>& expired)
+{
+    if (!isSorted()) {
+        removeUnsorted(now, limit, expired);
+        return;
+    }
+    while (!m_list.empty()) {
+        const CSScenarioInstance& last = *m_list.items().back();
+        if (!(last.m_end->duration(now) > limit)) {
+            return;
+        }
+        expired(last);
+        remove(*m_entries.at(&last));
+    }
+}
+
+void RecognisedScenarios::removeUnsorted(
+    const CSTimeStamp& now,
+    double limit,
+    const std::function<void(const CSScenarioInstance&)>& expired)
+{
+    const auto isExpired = [&](const Instance& instance) {
+        return instance->m_end->duration(now) > limit;
+    };
+    auto& items = m_list.items();
+    for (const Instance& instance : items) {
+        if (isExpired(instance)) {
+            expired(*instance);
+        }
+    }
+    const std::vector<Instance> behind(
+        std::find_if(items.begin(), items.end(), isExpired), items.end());
+    for (const Instance& instance : behind) {
+        Entry& entry = *m_entries.at(instance.get());
+        std::erase(m_touched, &entry);
+        remove(entry);
+    }
+}
+
+} // namespace scenariomatch

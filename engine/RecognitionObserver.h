@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace scenariomatch {
+namespace scenariomatch
+{
 
 // Why a recognised instance could not complete a candidate.
 enum class CompletionRejection : std::uint8_t {
@@ -19,8 +20,8 @@ enum class CompletionRejection : std::uint8_t {
 
 // Is told what recognition does, step by step: what explainers build on.
 //
-// All members do nothing unless overridden. Recognition never depends on an observer. What is passed lives for the
-// call only. Called on the thread that runs recognition.
+// All members do nothing unless overridden. Recognition never depends on an observer. What is
+// passed lives for the call only. Called on the thread that runs recognition.
 class CS_EXPORT RecognitionObserver
 {
 public:
@@ -36,9 +37,10 @@ public:
     // The constraint at this position of the model's list was false for the candidate.
     virtual void constraintFalse(
         const CSScenario& model, const CConstraint::Bindings& bindings, std::size_t constraint);
-    // All constraints hold; the candidate's confidence is below the model's threshold or a component is unbound.
-    virtual void notConfident(
-        const CSScenario& model, const CConstraint::Bindings& bindings, double confidence);
+    // All constraints hold; the candidate's confidence is below the model's threshold or a
+    // component is unbound.
+    virtual void
+    notConfident(const CSScenario& model, const CConstraint::Bindings& bindings, double confidence);
     virtual void instanceNew(const CSScenarioInstance& instance);
     // An earlier recognition was extended to the current time.
     virtual void instanceExtended(const CSScenarioInstance& instance);

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "engine/CSScenarioInstance.h"
+#include "engine/RecencyList.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace scenariomatch
+{
+
+// The recognised instances that are still alive, in list order (latest end first), and the indexes
+// over them.
+//
+// An instance is found by its model and participants, by its model, or by its model and one
+// participant; every look-up gives what a walk over the list would give, in the order of the list.
+// Extending, adding and removing cost the same however many instances are alive. Shares the
+// instances; their ends change through extend alone.
+class CS_EXPORT RecognisedScenarios
+{
+public:
+    using Instance = std::shared_ptr<CSScenarioInstance>;
+    // Identifiers of agents, in the order of their variables' names.
+    using Participants = std::span<const int>;
+
+    struct Entry;
+    using Group = RecencyList<Entry*>;
+    struct ModelIndex;
+
+    // One recognised instance with its places in the list and in the groups of its model's index.
+    struct Entry
+    {
+        struct Membership
+        {
+            Group* group;
+            Group::Place place;
+        };
+
+        Instance instance;
+        RecencyList<Instance>::Place place;
+        ModelIndex* model = nullptr;
+        // All of the model, those with the same participants, then one per indexed variable.
+        std::vector<Membership> memberships;
+        std::uint64_t participants = 0;
+        // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
+        std::uint64_t turn = 0;
+        std::uint64_t index = 0;
+        bool touched = false;
+    };
+
+    RecognisedScenarios();
+    RecognisedScenarios(const RecognisedScenarios&) = delete;
+    RecognisedScenarios(RecognisedScenarios&&) = delete;
+    RecognisedScenarios& operator=(const RecognisedScenarios&) = delete;
+    RecognisedScenarios& operator=(RecognisedScenarios&&) = delete;
+    ~RecognisedScenarios();
+
+    const std::list<Instance>& list() const { return m_list.items(); }
+
+    // Whether the list is in order: nothing was extended or added since the last sort.
+    bool isSorted() const { return m_touched.empty(); }
+
+    // Keeps an index over the agents that instances of the model bind to the variable.
+    void indexByParticipant(const std::string& modelName, const std::string& variable);
+
+    // The first instance of the list that a recognition of the model with these participants
+    // extends: same model name and participants, not ended now, ended at most `prolongation`
+    // seconds ago. Null when there is none.
+    Entry* findExtensible(
+        const std::shared_ptr<CSScenario>& model,
+        std::span<const std::string> variables,
+        Participants participants,
+        const CSTimeStamp& now,
+        double prolongation);
+    // Sets the end and the confidence of an instance.
+    void extend(Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence);
+    // Appends an instance that ends now.
+    void add(Instance instance);
+
+    // Restores list order, stably. Costs as much as was extended or added since the last time,
+    // unless the clock went back.
+    void sort();
+
+    // The instances of the model, and those that bind the agent to an indexed variable, in list
+    // order; null when there is none. The list must be sorted.
+    const Group* ofModel(const std::string& modelName) const;
+    const Group*
+    ofParticipant(const std::string& modelName, const std::string& variable, int agentId) const;
+
+    // Whether one entry stands before another in the sorted list.
+    static bool isBefore(const Entry& a, const Entry& b);
+
+    // Removes the instances whose end lies more than `limit` seconds before now, from the back of
+    // the list, and tells each to `expired`. On a list that is not in order all that stands behind
+    // the first such instance goes.
+    void removeExpired(
+        const CSTimeStamp& now,
+        double limit,
+        const std::function<void(const CSScenarioInstance&)>& expired);
+
+private:
+    // Whole and fractional seconds, compared as time stamps are.
+    using Instant = std::pair<double, double>;
+
+    ModelIndex& indexOf(const std::string& modelName);
+    void enterIndex(Entry& entry);
+    void leaveIndex(Entry& entry);
+    void touch(Entry& entry, const CSTimeStamp& end);
+    void sortTouched();
+    void sortAll();
+    void remove(Entry& entry);
+    void removeUnsorted(
+        const CSTimeStamp& now,
+        double limit,
+        const std::function<void(const CSScenarioInstance&)>& expired);
+
+    RecencyList<Instance> m_list;
+    std::unordered_map<const CSScenarioInstance*, std::unique_ptr<Entry>> m_entries;
+    std::unordered_map<std::string, std::unique_ptr<ModelIndex>> m_models;
+    // Extended or added since the last sort, and whether they all end at the same time.
+    std::vector<Entry*> m_touched;
+    Instant m_touchedEnd;
+    bool m_touchedAlike = true;
+    std::uint64_t m_turn = 0;
+    std::uint64_t m_nextIndex = 0;
+    // The end that the current turn stands for: the latest of all. Not intact after the clock went
+    // back.
+    Instant m_turnEnd;
+    bool m_turnIntact = false;
+};
+
+} // namespace scenariomatch
