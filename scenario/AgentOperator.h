@@ -33,6 +33,10 @@ public:
 
     AgentOperator(
         std::string name, std::vector<Parameter> parameters, std::unique_ptr<CConstraint> body);
+    AgentOperator(const AgentOperator&) = delete;
+    AgentOperator(AgentOperator&&) = delete;
+    AgentOperator& operator=(const AgentOperator&) = delete;
+    AgentOperator& operator=(AgentOperator&&) = delete;
     ~AgentOperator() override;
 
     std::shared_ptr<CSBasicType>

@@ -65,7 +65,7 @@ private:
     void readConstraint(CConstraint& node, std::string_view text, int depth);
     void readFlat(CConstraint& node, std::string_view text);
     void readCall(CConstraint& node, std::string_view text, std::size_t open, int depth);
-    void readCallThenRest(CConstraint& node, std::string_view text, std::size_t close, int depth);
+    void readCallThenRest(CConstraint& node, std::string_view text, std::size_t end, int depth);
     void readOpenRight(CConstraint& node, std::string_view text, std::size_t open, int depth);
     void readGroup(CConstraint& node, std::string_view text, int depth);
     std::string_view joined(std::string_view left, std::string_view right);

@@ -3,12 +3,12 @@
 #include "scenario/AgentOperator.h"
 #include "scenario/TextPieces.h"
 #include "types/NumberText.h"
+#include "types/TextFile.h"
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <iostream>
-#include <sstream>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -89,14 +89,12 @@ void CSAllScenarios::read(
     std::map<std::string, double> constants,
     std::map<std::string, int> alarmLevels)
 {
-    std::ifstream file(fileName, std::ios::binary);
-    if (!file) {
+    const std::optional<std::string> content = scenariomatch::readTextFile(fileName);
+    if (!content) {
         return;
     }
-    std::ostringstream content;
-    content << file.rdbuf();
     m_constants = std::move(constants);
-    readText(fileName, content.str(), alarmLevels);
+    readText(fileName, *content, alarmLevels);
 }
 
 void CSAllScenarios::readText(
@@ -139,17 +137,17 @@ void CSAllScenarios::print() const
     forEachModel(*this, [](const CSScenario& model) { model.print(); });
 }
 
-void CSAllScenarios::classifyConstraints()
+void CSAllScenarios::classifyConstraints() const
 {
     forEachModel(*this, [](CSScenario& model) { model.classifyConstraints(); });
 }
 
-void CSAllScenarios::fillConstraintsConstants()
+void CSAllScenarios::fillConstraintsConstants() const
 {
     forEachModel(*this, [](CSScenario& model) { model.fillConstraintsConstants(); });
 }
 
-void CSAllScenarios::rewriteAgentOperator(const scenariomatch::AgentOperators& declared)
+void CSAllScenarios::rewriteAgentOperator(const scenariomatch::AgentOperators& declared) const
 {
     forEachModel(*this, [&](CSScenario& model) {
         for (const std::unique_ptr<CConstraint>& constraint : model.m_constraints) {

@@ -37,12 +37,12 @@ public:
     void print() const;
 
     // The per-model step of the same name, on every model in the table.
-    void classifyConstraints();
-    void fillConstraintsConstants();
+    void classifyConstraints() const;
+    void fillConstraintsConstants() const;
     // Replaces calls of declared agent operators in every model by the operators' bodies. Types are
     // matched with the catalogue of object types.
     void rewriteAgentOperator(
-        const std::vector<std::shared_ptr<scenariomatch::AgentOperator>>& declared);
+        const std::vector<std::shared_ptr<scenariomatch::AgentOperator>>& declared) const;
     // Fills m_parents and chooses trigger and skip index of every used model; reports models that
     // contain themselves and clears their used flag. Calls of the declared operators count as what
     // rewriteAgentOperator makes of them.
