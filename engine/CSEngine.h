@@ -185,8 +185,6 @@ public:
 private:
     // Configuration
     void readEngineFile(const std::string& fileName);
-    void readSettingsEntry(const std::string& directory, const std::string& entry);
-    void keepUsedModels();
     void announce(const char* step) const;
 
     // Operators
@@ -201,6 +199,10 @@ private:
     void preparePlans();
     scenariomatch::PrimitivePlan::Candidates
     candidatesFor(const scenariomatch::PrimitivePlan& plan, const AgentsByType& present) const;
+    void recogniseModel(
+        scenariomatch::PrimitivePlan& plan,
+        const AgentsByType& present,
+        InstancesByModel& newInstances);
     void recogniseCandidate(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
     bool isAccepted(const scenariomatch::PrimitivePlan& plan, double& confidence);
     CSScenarioInstance&

@@ -1,5 +1,4 @@
 #include "engine/Agents.h"
-#include "engine/ConstraintsHold.h"
 #include "engine/CSEngine.h"
 
 #include <algorithm>
@@ -264,15 +263,8 @@ void CSEngine::recogniseComposite(
     if (m_observer != nullptr) {
         m_observer->candidateTested(model, bindings);
     }
-    const auto agentOf = [&bindings](const CConstraint& leaf) -> const std::shared_ptr<CSAgent>& {
-        static const std::shared_ptr<CSAgent> none;
-        const auto found = bindings.find(leaf.m_value);
-        return found == bindings.end() ? none : found->second;
-    };
-    instance->m_confidence = 1.0;
-    const std::size_t held = scenariomatch::constraintsHeld(model, agentOf, instance->m_confidence);
+    const std::size_t held = instance->verifyConstraints();
     if (held < model.m_constraints.size()) {
-        instance->m_confidence = 1.0;
         if (m_observer != nullptr) {
             m_observer->constraintFalse(model, bindings, held);
         }

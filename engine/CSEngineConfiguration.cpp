@@ -2,15 +2,12 @@
 #include "engine/SettingsFile.h"
 #include "types/TextFile.h"
 
-#include <algorithm>
 #include <functional>
 #include <iostream>
 #include <utility>
 
 namespace
 {
-
-using Models = std::vector<std::shared_ptr<CSScenario>>;
 
 void forEachModel(
     const CSAllScenarios& scenarios,
@@ -28,6 +25,13 @@ bool hasModel(const CSAllScenarios& scenarios, const std::string& name)
     bool found = false;
     forEachModel(scenarios, [&](const auto& model) { found = found || model->m_name == name; });
     return found;
+}
+
+void keepUsedModels(CSAllScenarios& scenarios)
+{
+    for (auto& [kind, models] : scenarios.m_scenariosByKind) {
+        std::erase_if(models, [](const auto& model) { return !model->m_used; });
+    }
 }
 
 } // namespace
@@ -112,14 +116,7 @@ void CSEngine::chooseScenarioModels()
             model->m_used = model->m_used || model->m_name == name;
         });
     }
-    keepUsedModels();
-}
-
-void CSEngine::keepUsedModels()
-{
-    for (auto& [kind, models] : m_allScenarios->m_scenariosByKind) {
-        std::erase_if(models, [](const auto& model) { return !model->m_used; });
-    }
+    keepUsedModels(*m_allScenarios);
 }
 
 void CSEngine::checkScenarioModelsConstraints()
@@ -132,7 +129,7 @@ void CSEngine::checkScenarioModelsConstraints()
             }
         }
     });
-    keepUsedModels();
+    keepUsedModels(*m_allScenarios);
 }
 
 void CSEngine::checkScenarioModels()

@@ -32,11 +32,17 @@ void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
     const AgentsByType present = presentAgents();
     for (auto& [name, plans] : m_primitivePlans) {
         for (PrimitivePlan& plan : plans) {
-            const PrimitivePlan::Candidates candidates = candidatesFor(plan, present);
-            if (plan.hasCandidates(candidates)) {
-                plan.enumerate(candidates, [&] { recogniseCandidate(plan, newInstances); });
-            }
+            recogniseModel(plan, present, newInstances);
         }
+    }
+}
+
+void CSEngine::recogniseModel(
+    PrimitivePlan& plan, const AgentsByType& present, InstancesByModel& newInstances)
+{
+    const PrimitivePlan::Candidates candidates = candidatesFor(plan, present);
+    if (plan.hasCandidates(candidates)) {
+        plan.enumerate(candidates, [&] { recogniseCandidate(plan, newInstances); });
     }
 }
 

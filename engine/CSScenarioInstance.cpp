@@ -1,5 +1,7 @@
 #include "engine/CSScenarioInstance.h"
 
+#include "engine/ConstraintsHold.h"
+
 #include <utility>
 
 double CSScenarioInstance::m_const_TimeSearch = 600.0;
@@ -26,17 +28,22 @@ CSScenarioInstance::CSScenarioInstance(const CSScenarioInstance& other)
 
 CSScenarioInstance::~CSScenarioInstance() = default;
 
+std::size_t CSScenarioInstance::verifyConstraints()
+{
+    const auto agentOf = [this](const CConstraint& leaf) -> const std::shared_ptr<CSAgent>& {
+        static const std::shared_ptr<CSAgent> none;
+        const auto bound = m_bindings.find(leaf.m_value);
+        return bound == m_bindings.end() ? none : bound->second;
+    };
+    m_confidence = 1.0;
+    const std::size_t held = scenariomatch::constraintsHeld(*m_scenario, agentOf, m_confidence);
+    if (held < m_scenario->m_constraints.size()) {
+        m_confidence = 1.0;
+    }
+    return held;
+}
+
 bool CSScenarioInstance::recognisePrimitiveState()
 {
-    m_confidence = 1.0;
-    for (const auto& constraint : m_scenario->m_constraints) {
-        const auto value = CConstraint::verify(*constraint, m_bindings);
-        const auto truth = std::dynamic_pointer_cast<CSBool>(value);
-        if (!truth || !truth->m_value) {
-            m_confidence = 1.0;
-            return false;
-        }
-        m_confidence *= truth->m_confidence;
-    }
-    return true;
+    return verifyConstraints() == m_scenario->m_constraints.size();
 }

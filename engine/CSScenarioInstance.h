@@ -2,6 +2,7 @@
 
 #include "scenario/CSScenario.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -28,6 +29,8 @@ public:
     // Verifies the model's constraints in order, up to the first that is false, and sets the
     // confidence to the product of theirs; 1.0 when one is false.
     bool recognisePrimitiveState();
+    // The same; returns how many constraints hold before the first false one.
+    std::size_t verifyConstraints();
 
     std::shared_ptr<CSScenario> m_scenario;
     // Variable to agent; components are bound to pseudo-agents.

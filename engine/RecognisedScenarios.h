@@ -40,7 +40,7 @@ public:
     {
         struct Membership
         {
-            Group* group;
+            Group* group = nullptr;
             Group::Place place;
         };
 
