@@ -1,34 +1,19 @@
 #pragma once
 
 #include "types/CSAllTypes.h"
+#include "types/CSOperatorDescription.h"
 
 #include <QtPlugin>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-// What an operator promises about itself.
-struct CSOperatorDescription
-{
-    // One sentence for people.
-    std::string m_summary;
-    // Accepted type tags, per argument position. Positions from m_requiredArguments on may be left out.
-    std::vector<std::vector<std::string>> m_arguments;
-    std::size_t m_requiredArguments = 0;
-    // Type tag of the result.
-    std::string m_result;
-    // Within a frame the result depends on the arguments' values and their histories alone, and there is no effect.
-    bool m_pure = false;
-    // For a temporal operator: the position (0 or 1) of the argument that ends first, if it says so.
-    std::optional<std::size_t> m_endsFirst;
-};
-
-// An operator of the model language: what a constraint names, supplied by a plug-in as its root object.
+// An operator of the model language: what a constraint names, supplied by a plug-in as its root
+// object.
 //
-// The object belongs to its plug-in, which stays loaded. All calls come from the thread that runs recognition. An
-// operator must bear any number of arguments of any type, empty pointers included.
+// The object belongs to its plug-in, which stays loaded. All calls come from the thread that runs
+// recognition. An operator must bear any number of arguments of any type, empty pointers included.
 //
 // Example: see operators/comparison/.
 class CS_EXPORT CSOperatorInterfaceAbstract
@@ -41,7 +26,8 @@ public:
     CSOperatorInterfaceAbstract& operator=(CSOperatorInterfaceAbstract&&) = delete;
     virtual ~CSOperatorInterfaceAbstract();
 
-    // The value of the operator on the evaluated arguments; for a relation a CSBool with its confidence.
+    // The value of the operator on the evaluated arguments; for a relation a CSBool with its
+    // confidence.
     virtual std::shared_ptr<CSBasicType>
     evaluate(std::vector<std::shared_ptr<CSBasicType>> arguments) = 0;
     // What the operator promises; nothing, unless it says more.
