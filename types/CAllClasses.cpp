@@ -1,7 +1,7 @@
 #include "types/CAllClasses.h"
 
-#include <fstream>
-#include <iterator>
+#include "types/TextFile.h"
+
 #include <sstream>
 
 namespace
@@ -24,11 +24,9 @@ CAllClasses::~CAllClasses() = default;
 
 void CAllClasses::read(const std::string& fileName)
 {
-    std::ifstream file(fileName, std::ios::binary);
-    if (!file) {
-        return;
+    if (const auto text = scenariomatch::readTextFile(fileName)) {
+        readText(*text);
     }
-    readText(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
 void CAllClasses::readText(const std::string& text)

@@ -16,7 +16,8 @@ public:
     CAllClasses& operator=(CAllClasses&&) = default;
     virtual ~CAllClasses();
 
-    // Appends one record per class block of the file; nothing when the file cannot be opened. Nothing is reported.
+    // Appends one record per class block of the file; nothing when the file cannot be opened.
+    // Nothing is reported.
     void read(const std::string& fileName);
 
     std::vector<CClass> m_classes;

@@ -8,18 +8,20 @@
 #include <string>
 #include <vector>
 
-// One physical object known to recognition: a tracked (mobile) object or a constant object of the scene; also the
-// pseudo-agent of type "Component" that stands for a recognised sub-event.
+// One physical object known to recognition: a tracked (mobile) object or a constant object of the
+// scene; also the pseudo-agent of type "Component" that stands for a recognised sub-event.
 //
-// Carries typed attributes by name, each with a bounded history of earlier values, and the frames in which the agent
-// was seen. Shared by the agent table, bindings and recognised instances. The static members are the catalogue of
-// object types, one for the whole process. Not safe to use from two threads at a time.
+// Carries typed attributes by name, each with a bounded history of earlier values, and the frames
+// in which the agent was seen. Shared by the agent table, bindings and recognised instances. The
+// static members are the catalogue of object types, one for the whole process. Not safe to use from
+// two threads at a time.
 class CS_EXPORT CSAgent
 {
 public:
     CSAgent() = default;
     CSAgent(int id, bool constant);
-    // Constant when the catalogue says so of the class. A class that the catalogue lacks is entered as mobile.
+    // Constant when the catalogue says so of the class. A class that the catalogue lacks is entered
+    // as mobile.
     CSAgent(std::string className, int id);
     CSAgent(const CSAgent&) = default;
     CSAgent(CSAgent&&) = default;
@@ -29,14 +31,14 @@ public:
 
     // The current value. Inserts an empty entry when the agent lacks the attribute, and returns it.
     std::shared_ptr<CSBasicType> get(const std::string& name);
-    // The earlier value stored at the frame position; inserts an empty entry there when there is none. The attribute
-    // must exist with a value; an attribute without one gives an empty pointer.
+    // The earlier value stored at the frame position; inserts an empty entry there when there is
+    // none. The attribute must exist with a value; an attribute without one gives an empty pointer.
     std::shared_ptr<CSBasicType> get(const std::string& name, int pos);
     // Always empty.
     std::vector<std::shared_ptr<CSBasicType>> getAll(const std::string& name) const;
 
-    // Makes the value the current one; the value before it moves into its history, whose oldest entry is dropped when
-    // there are more than m_historySize. Give a new value object each time.
+    // Makes the value the current one; the value before it moves into its history, whose oldest
+    // entry is dropped when there are more than m_historySize. Give a new value object each time.
     void set(const std::string& name, std::shared_ptr<CSBasicType> value, int pos);
     // Sets the attribute "Type" and m_type.
     void setType(const std::shared_ptr<CSString>& type, int pos);
@@ -60,8 +62,8 @@ public:
     std::map<std::string, std::shared_ptr<CSBasicType>> m_attributes;
     double m_confidence = 1.0;
 
-    // The engine's own: its identifier for the agent, whether "InterestedObjects" names it, and the recognised
-    // instances that it takes part in.
+    // The engine's own: its identifier for the agent, whether "InterestedObjects" names it, and the
+    // recognised instances that it takes part in.
     std::int32_t m_engineID = 0;
     bool m_interested = false;
     std::map<int, int> m_instances;

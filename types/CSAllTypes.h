@@ -12,9 +12,10 @@
 
 // The value classes beside the two time classes, and what can be done with values of unknown type.
 //
-// Every class X has a default constructor, value constructors, and a conversion X(const CSBasicType&) that takes
-// over the base part of a value (tag, confidence, flag, history) and none of its own fields: a means to look at the
-// base part through a concrete class. The tag stays the source's.
+// Every class X has a default constructor, value constructors, and a conversion X(const
+// CSBasicType&) that takes over the base part of a value (tag, confidence, flag, history) and none
+// of its own fields: a means to look at the base part through a concrete class. The tag stays the
+// source's.
 
 // A truth value; its confidence (0 to 1) is the degree of belief in it. Tag "BOOL".
 class CS_EXPORT CSBool : public CSBasicType
@@ -150,7 +151,8 @@ public:
     std::vector<CS3DDPoint> m_points;
 };
 
-// The attribute m_attribute of the agent bound to the variable m_agent, passed unevaluated. Tag "ACCESSORAGENT".
+// The attribute m_attribute of the agent bound to the variable m_agent, passed unevaluated. Tag
+// "ACCESSORAGENT".
 class CS_EXPORT CSAccessorAgent : public CSBasicType
 {
 public:
@@ -165,8 +167,9 @@ public:
     std::string m_attribute;
 };
 
-// The printed forms. Numbers follow the stream's settings; points end with a blank after each coordinate, lists of
-// points with one more after each point; a truth value is followed by its confidence in brackets.
+// The printed forms. Numbers follow the stream's settings; points end with a blank after each
+// coordinate, lists of points with one more after each point; a truth value is followed by its
+// confidence in brackets.
 CS_EXPORT std::ostream& operator<<(std::ostream& out, const CSBool& value);
 CS_EXPORT std::ostream& operator<<(std::ostream& out, const CSString& value);
 CS_EXPORT std::ostream& operator<<(std::ostream& out, const CSInt& value);
@@ -178,13 +181,14 @@ CS_EXPORT std::ostream& operator<<(std::ostream& out, const CS2DIPoint& value);
 CS_EXPORT std::ostream& operator<<(std::ostream& out, const CS3DDPoints& value);
 CS_EXPORT std::ostream& operator<<(std::ostream& out, const CSAccessorAgent& value);
 
-// Value equality and inequality across the hierarchy; both pointers must be set. Values with different tags are neither
-// equal nor different: both answer false after a message on standard error, as they do for a tag that has no comparison
+// Value equality and inequality across the hierarchy; both pointers must be set. Values with
+// different tags are neither equal nor different: both answer false after a message on standard
+// error, as they do for a tag that has no comparison
 // ("ACCESSORAGENT" among them).
-CS_EXPORT bool equal(
-    const std::shared_ptr<CSBasicType>& left, const std::shared_ptr<CSBasicType>& right);
-CS_EXPORT bool diff(
-    const std::shared_ptr<CSBasicType>& left, const std::shared_ptr<CSBasicType>& right);
+CS_EXPORT bool
+equal(const std::shared_ptr<CSBasicType>& left, const std::shared_ptr<CSBasicType>& right);
+CS_EXPORT bool
+diff(const std::shared_ptr<CSBasicType>& left, const std::shared_ptr<CSBasicType>& right);
 
 // The printed form of any value, chosen by its tag; a fixed text for a tag that has none.
 CS_EXPORT std::string toString(const CSBasicType* value);

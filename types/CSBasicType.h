@@ -7,12 +7,13 @@
 #include <memory>
 #include <string>
 
-// Base of all values: attribute values of agents, constants of models, arguments and results of operators.
+// Base of all values: attribute values of agents, constants of models, arguments and results of
+// operators.
 //
-// Values are held and passed as std::shared_ptr and are owned by whoever holds one. The concrete class is
-// told by the tag m_type, not by run-time type information; whoever switches on the tag also makes sure of
-// the class, because a converted value carries a tag that is not its class's. Not safe to change from two
-// threads; the pointers' counts are.
+// Values are held and passed as std::shared_ptr and are owned by whoever holds one. The concrete
+// class is told by the tag m_type, not by run-time type information; whoever switches on the tag
+// also makes sure of the class, because a converted value carries a tag that is not its class's.
+// Not safe to change from two threads; the pointers' counts are.
 class CS_EXPORT CSBasicType
 {
 public:

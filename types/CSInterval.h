@@ -18,7 +18,8 @@ public:
     // Seconds from start to end; both ends must be set.
     double duration() const;
 
-    // Two intervals are equal when they share the same two time stamp objects, not when their times agree.
+    // Two intervals are equal when they share the same two time stamp objects, not when their times
+    // agree.
     bool operator==(const CSInterval& other) const;
     bool operator!=(const CSInterval& other) const;
 

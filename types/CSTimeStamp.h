@@ -8,8 +8,8 @@
 
 // The time of one video frame, tag "TIMESTAMP".
 //
-// The instant is m_seconds + m_milliseconds / 1000; every comparison and duration uses these two fields only.
-// Frame number and calendar fields are carried along for printing by others.
+// The instant is m_seconds + m_milliseconds / 1000; every comparison and duration uses these two
+// fields only. Frame number and calendar fields are carried along for printing by others.
 class CS_EXPORT CSTimeStamp : public CSBasicType
 {
 public:
@@ -29,7 +29,8 @@ public:
     // Takes the base part over, not the value: the tag is the source's, the own fields are zero.
     explicit CSTimeStamp(const CSBasicType& other);
 
-    // Seconds since the epoch of the calendar fields, read in the process's time zone without daylight saving.
+    // Seconds since the epoch of the calendar fields, read in the process's time zone without
+    // daylight saving.
     void computeTime();
 
     // Seconds from this time stamp to the other one; positive when the other is later.

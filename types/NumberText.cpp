@@ -7,9 +7,11 @@
 #include <locale>
 #include <sstream>
 
-namespace scenariomatch {
+namespace scenariomatch
+{
 
-namespace {
+namespace
+{
 
 locale_t cLocale()
 {
