@@ -1,0 +1,51 @@
+#include "plugin/ScenarioMatchProcess.h"
+
+#include "engine/CSEngine.h"
+#include "host/ovkAbstractProcessFactory.h"
+#include "host/ovkLogger.h"
+
+#include <fstream>
+
+ScenarioMatchProcess::ScenarioMatchProcess()
+    : m_engine(std::make_shared<CSEngine>())
+{
+    m_engine->setOperatorFailureReport([](const std::string& message) {
+        ovkLogger::instance()->log(ovkLogger::kErrorLevel, message);
+    });
+}
+
+ScenarioMatchProcess::~ScenarioMatchProcess()
+{
+    std::ofstream file(m_xml3FileName, std::ios::app);
+    file << "</Tarvos>\n";
+}
+
+bool ScenarioMatchProcess::registered()
+{
+    return ovkAbstractProcessFactory::instance()->registerProcessType(
+        QStringLiteral("ScenarioMatchProcess"),
+        createScenarioMatchProcess,
+        QStringLiteral("rhmAbstractProcessEventRecognition"));
+}
+
+QString ScenarioMatchProcess::identifier() const
+{
+    return QStringLiteral("ScenarioMatchProcess");
+}
+
+void ScenarioMatchProcess::copy(const ovkAbstractProcess& other)
+{
+    if (&other != this) {
+        rhmAbstractProcessEventRecognition::copy(other);
+    }
+    if (other.identifier() != identifier()) {
+        ovkLogger::instance()->log(
+            ovkLogger::kErrorLevel,
+            "Copy can't be done at the rhmAbstractProcessAcquisitor level.");
+    }
+}
+
+std::unique_ptr<ovkAbstractProcess> createScenarioMatchProcess()
+{
+    return std::make_unique<ScenarioMatchProcess>();
+}

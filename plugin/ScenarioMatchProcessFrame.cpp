@@ -1,0 +1,211 @@
+#include "engine/CSEngine.h"
+#include "plugin/CurrentInstances.h"
+#include "plugin/MergeClauses.h"
+#include "plugin/ScenarioMatchProcess.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <iostream>
+
+namespace
+{
+
+constexpr const char* kSeparator = "_________________________________________\n";
+
+// Sums of what a tracker gives never overflow; as a value they wrap.
+std::shared_ptr<CSInt> wrapped(std::int64_t value)
+{
+    return std::make_shared<CSInt>(static_cast<std::int32_t>(value));
+}
+
+std::shared_ptr<CSDouble> real(float value)
+{
+    return std::make_shared<CSDouble>(static_cast<double>(value));
+}
+
+} // namespace
+
+bool ScenarioMatchProcess::performEventRecognition()
+{
+    if (m_debug) {
+        std::cout << kSeparator << "Debug mode On: Extendable TRX\nBegin Apply()\n";
+    }
+    m_isTracing = std::cout.good();
+    setTime();
+    enterScene();
+    enterActors();
+    writeTrace();
+    if (m_debug) {
+        printModelsOfFrame();
+    }
+    m_engine->infer();
+    processEventModelMiscellaneouClause();
+    if (m_engine->recognisedScenarios().size() >= 2) {
+        m_engine->sortRecognisedScenarios();
+    }
+    noteNewInstances();
+    if (m_debug) {
+        m_engine->printRecognisedScenario("");
+    }
+    storeEventList();
+    if (m_debug) {
+        std::cout << "End Apply()\n" << kSeparator << std::flush;
+    }
+    return true;
+}
+
+void ScenarioMatchProcess::setTime()
+{
+    const CSynchronizer& clock = *getSynchronizer();
+    const int millisecond = clock.getMillisecond();
+    m_clockIsPlain = m_clockIsPlain && millisecond >= 0 && millisecond <= 999;
+    auto time = std::make_shared<CSTimeStamp>(
+        clock.getFrameNumber(),
+        clock.getYear(),
+        clock.getMonth(),
+        clock.getDay(),
+        clock.getHour(),
+        clock.getMinute(),
+        clock.getSecond(),
+        millisecond);
+    m_engine->setCurrentTime(std::move(time), clock.getFrameNumber());
+}
+
+void ScenarioMatchProcess::enterScene()
+{
+    const auto id = static_cast<int>(m_context.size());
+    m_trace << "Scene ID:" << id;
+    const int agent = m_engine->getAgent(id, true);
+    m_engine->setAgentType(agent, "Type", std::make_shared<CSString>("Scene"), 0);
+    m_engine->setAgentAttribute(agent, "Name", std::make_shared<CSString>("Scene0"), 0);
+    m_engine->setAgentAttribute(agent, "NumberOfActors", wrapped(actors().size()), 0);
+}
+
+void ScenarioMatchProcess::enterActors()
+{
+    if (actors().isEmpty()) {
+        return;
+    }
+    m_trace << "\n Starting Actor handling" << actors().size() << '\n';
+    for (const auto& actor : actors()) {
+        enterActor(*actor);
+    }
+}
+
+void ScenarioMatchProcess::enterActor(const rhmDataActor& actor)
+{
+    const int frame = getSynchronizer()->getFrameNumber();
+    const int agent = m_engine->getAgent(actor.getIdent(), false);
+    const auto set = [&](const char* name, std::shared_ptr<CSBasicType> value) {
+        m_engine->setAgentAttribute(agent, name, std::move(value), frame);
+    };
+    set("ID", std::make_shared<CSInt>(actor.getIdent()));
+    m_engine->setAgentFrameID(agent, frame);
+
+    const auto& box = actor.getBoundingBox2D();
+    const std::int64_t right = std::int64_t{box.x} + box.width - 1;
+    const std::int64_t bottom = std::int64_t{box.y} + box.height - 1;
+    const std::int64_t middle = std::int64_t{box.x} + box.width / 2;
+    set("Position2D",
+        std::make_shared<CS2DDPoint>(static_cast<double>(middle), static_cast<double>(bottom)));
+    set("XMin", wrapped(box.x));
+    set("XMax", wrapped(right));
+    set("YMin", wrapped(box.y));
+    set("YMax", wrapped(bottom));
+
+    const auto& size = actor.getInformation3D();
+    const auto& position = actor.getCurrentPosition();
+    set("Position",
+        std::make_shared<CS3DDPoint>(
+            static_cast<double>(position.x),
+            static_cast<double>(position.y),
+            static_cast<double>(position.z)));
+    set("Width", real(size.getWidth()));
+    set("Height", real(size.getHeight()));
+    set("Depth", real(size.getDepth()));
+    set("Speed", real(0.0F));
+    enterActorType(actor, agent, frame);
+}
+
+void ScenarioMatchProcess::enterActorType(const rhmDataActor& actor, int agent, int frame)
+{
+    if (m_isTracing) {
+        m_trace << "\nReached Actor/Tracked Physical Object Handling by Type";
+    }
+    const std::string& type = actor.getType();
+    const bool isPerson = type == "PERSON" || type == "PERSON_DEFAULT" || type == "PERSON_HYBRID";
+    const char* name = isPerson ? "Person" : type == "GROUP" ? "Group" : "Mobile";
+    m_engine->setAgentType(agent, "Type", std::make_shared<CSString>(name), frame);
+    if (!isPerson) {
+        return;
+    }
+    const auto& size = actor.getInformation3D();
+    const auto height = static_cast<double>(size.getHeight());
+    const auto width = static_cast<double>(size.getWidth());
+    const auto depth = static_cast<double>(size.getDepth());
+    const int posture = performPostureRecognition(height, width, depth);
+    if (m_isTracing) {
+        m_trace << "Person 3D-D(W,H,D): " << width << ';' << height << ';' << depth << '\n';
+    }
+    m_engine->setAgentAttribute(agent, "Posture", std::make_shared<CSInt>(posture), frame);
+}
+
+int ScenarioMatchProcess::performPostureRecognition(double height, double width, double depth) const
+{
+    constexpr double kWidest = 1.2;
+    constexpr double kHardlyMore = 1.1;
+    if (width / height > kWidest || depth / height > kWidest) {
+        return 401;
+    }
+    if (m_personSittingMaxHeight >= height) {
+        return 201;
+    }
+    return m_personSittingMaxHeight * kHardlyMore >= height ? 301 : 104;
+}
+
+// One line for each model of which instances are recognised in the current frame: its name and how
+// many.
+void ScenarioMatchProcess::printModelsOfFrame() const
+{
+    std::map<std::string, int> counts;
+    scenariomatch::forEachCurrentInstance(
+        *m_engine, m_clockIsPlain, [&](const CSScenarioInstance& instance) {
+            ++counts[instance.m_scenario->m_name];
+        });
+    for (const auto& [name, count] : counts) {
+        std::cout << name << ' ' << count << '\n';
+    }
+}
+
+void ScenarioMatchProcess::processEventModelMiscellaneouClause()
+{
+    scenariomatch::mergeByClauses(*m_engine, m_trace);
+    writeTrace();
+}
+
+void ScenarioMatchProcess::noteNewInstances()
+{
+    m_firstNewId = m_nextId;
+    scenariomatch::forEachCurrentInstance(
+        *m_engine, m_clockIsPlain, [this](const CSScenarioInstance& instance) {
+            m_nextId = std::max(m_nextId, std::int64_t{instance.m_id} + 1);
+        });
+}
+
+void ScenarioMatchProcess::storeEventList()
+{
+    if (!m_saveXML3File) {
+        return;
+    }
+    m_frameText.clear();
+    appendFrame(m_frameText);
+    std::ofstream file(m_xml3FileName, std::ios::app);
+    file << m_frameText.text();
+}
+
+void ScenarioMatchProcess::writeTrace()
+{
+    std::cout << m_trace.text();
+    m_trace.clear();
+}
