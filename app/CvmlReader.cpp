@@ -1,0 +1,274 @@
+#include "app/CvmlReader.h"
+
+#include <QStringView>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+constexpr std::size_t kLongestRole = 64;
+constexpr std::string_view kBagRole = "leaving object";
+
+std::string_view trimmed(std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    const std::size_t last = text.find_last_not_of(" \t\r\n");
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, last - first + 1);
+}
+
+std::string_view withoutLineEnd(std::string_view text)
+{
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+} // namespace
+
+CvmlReader::CvmlReader(
+    std::unique_ptr<TrackInput> input, const TrackReaderOptions& options, TrackProblems& problems)
+    : m_input(std::move(input))
+    , m_problems(problems)
+    , m_order(
+          FrameTimer(options.start, options.framesPerSecond.value_or(kFramesPerSecond)), problems)
+    , m_ground(options.ground)
+    , m_limits(options.limits)
+{
+}
+
+bool CvmlReader::next(TrackFrame& frame)
+{
+    while (!m_failure && !m_problems.isStopped() && advance()) {
+        if (m_xml.isStartElement()) {
+            readStart(frame);
+        } else if (m_xml.isCharacters()) {
+            readText();
+        } else if (m_xml.isEndElement() && readEnd(frame) && !m_problems.isStopped()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Goes to the next tag or text, taking in more of the input where needed; false at the end.
+bool CvmlReader::advance()
+{
+    while (!m_isFinished) {
+        const QXmlStreamReader::TokenType token = m_xml.readNext();
+        if (token == QXmlStreamReader::EndDocument) {
+            m_isFinished = true;
+        } else if (token != QXmlStreamReader::Invalid) {
+            m_fedSinceToken = 0;
+            return true;
+        } else if (m_xml.error() != QXmlStreamReader::PrematureEndOfDocumentError) {
+            finish("the XML is damaged: " + m_xml.errorString().toStdString());
+        } else if (m_fedSinceToken > m_limits.longestToken) {
+            finish("a tag or text is too long");
+        } else if (!feed()) {
+            const bool isComplete = m_hasRoot && m_depth == 0 && m_input->damage().empty();
+            finish(
+                isComplete                  ? ""
+                : m_input->damage().empty() ? "the XML ends too early"
+                                            : m_input->damage());
+        }
+    }
+    return false;
+}
+
+bool CvmlReader::feed()
+{
+    TextPiece piece;
+    if (!m_input->nextPiece(piece)) {
+        return false;
+    }
+    m_lastPiece = piece.text;
+    m_lastPieceLine = piece.lineNumber;
+    m_fedSinceToken += piece.text.size();
+    m_xml.addData(QByteArray(piece.text.data(), static_cast<qsizetype>(piece.text.size())));
+    return true;
+}
+
+void CvmlReader::finish(const std::string& damage)
+{
+    m_isFinished = true;
+    if (!damage.empty()) {
+        m_problems.report(TrackProblemKind::Damaged, place(), damage);
+    }
+}
+
+void CvmlReader::readStart(TrackFrame& frame)
+{
+    ++m_depth;
+    const QStringView name = m_xml.name();
+    if (m_depth > m_limits.deepestElement) {
+        finish("elements are nested too deeply");
+    } else if (!m_hasRoot) {
+        m_hasRoot = true;
+        if (name != QLatin1String("dataset")) {
+            m_failure = {
+                false,
+                "the root element is \"" + name.toString().toStdString() + "\", not \"dataset\""};
+        }
+    } else if (name == QLatin1String("frame")) {
+        readFrameStart(frame);
+    } else if (!m_isInFrame) {
+        return;
+    } else if (!m_object && (name == QLatin1String("object") || name == QLatin1String("group"))) {
+        readObjectStart();
+    } else if (m_object && name == QLatin1String("box") && m_depth == m_objectDepth + 1) {
+        readBox();
+    } else if (m_object && name == QLatin1String("role")) {
+        m_role = std::string();
+    }
+}
+
+// True when a frame is complete.
+bool CvmlReader::readEnd(TrackFrame& frame)
+{
+    const QStringView name = m_xml.name();
+    --m_depth;
+    if (m_object && m_depth + 1 == m_objectDepth) {
+        readObjectEnd(frame);
+        m_object.reset();
+    } else if (m_role && name == QLatin1String("role")) {
+        m_object->isBag = m_object->isBag || trimmed(*m_role) == kBagRole;
+        m_role.reset();
+    }
+    if (name == QLatin1String("frame") && m_isInFrame) {
+        m_isInFrame = false;
+        return true;
+    }
+    return false;
+}
+
+void CvmlReader::readText()
+{
+    if (m_role && m_role->size() < kLongestRole) {
+        *m_role += m_xml.text().left(static_cast<qsizetype>(kLongestRole)).toString().toStdString();
+    }
+}
+
+void CvmlReader::readFrameStart(TrackFrame& frame)
+{
+    bool isNumber = false;
+    const int number = m_xml.attributes().value(QLatin1String("number")).toInt(&isNumber);
+    m_object.reset();
+    m_role.reset();
+    frame.actors.clear();
+    m_ids.clear();
+    if (!isNumber || number < 0) {
+        m_problems.report(TrackProblemKind::Malformed, place(), "the frame has no number");
+        m_isInFrame = false;
+        return;
+    }
+    m_isInFrame = m_order.admit(frame, number, std::nullopt, place());
+}
+
+void CvmlReader::readObjectStart()
+{
+    m_object.emplace();
+    m_objectDepth = m_depth;
+    m_object->isGroup = m_xml.name() == QLatin1String("group");
+    const std::optional<int> id = wholeAttribute(QLatin1String("id"));
+    const int first = m_object->isGroup ? kFirstGroup : 0;
+    if (!id) {
+        refuseObject(TrackProblemKind::Malformed, "\"id\" is missing or not a whole number");
+    } else if (*id < 0) {
+        refuseObject(
+            TrackProblemKind::Untracked, "the identifier is negative: the object is not tracked");
+    } else if (*id > std::numeric_limits<int>::max() - first) {
+        refuseObject(TrackProblemKind::OutOfRange, "the identifier is out of range");
+    } else {
+        m_object->id = *id + first;
+        if (!m_ids.insert(m_object->id)) {
+            refuseObject(TrackProblemKind::DuplicateId, "the identifier is in this frame already");
+        }
+    }
+}
+
+void CvmlReader::readBox()
+{
+    const std::optional<double> xc = attribute(QLatin1String("xc"));
+    const std::optional<double> yc = attribute(QLatin1String("yc"));
+    const std::optional<double> width = attribute(QLatin1String("w"));
+    const std::optional<double> height = attribute(QLatin1String("h"));
+    if (!xc || !yc || !width || !height) {
+        refuseObject(TrackProblemKind::Malformed, "the box needs the numbers xc, yc, w and h");
+    } else if (!std::isfinite(*xc + *yc + *width + *height)) {
+        refuseObject(TrackProblemKind::NotFinite, "a number is not finite");
+    } else {
+        m_object->box = MeasuredBox{*xc - *width / 2.0, *yc - *height / 2.0, *width, *height};
+    }
+}
+
+void CvmlReader::readObjectEnd(TrackFrame& frame)
+{
+    if (m_object->isFaulty) {
+        return;
+    }
+    if (!m_object->box) {
+        refuseObject(TrackProblemKind::Malformed, "the object has no box");
+        return;
+    }
+    if (frame.actors.size() == m_limits.mostActors) {
+        refuseObject(TrackProblemKind::OutOfRange, "the frame has too many objects");
+        return;
+    }
+    const std::optional<TrackBox> box = GroundMapper::roundedBox(*m_object->box);
+    const std::optional<TrackPoint> position =
+        m_ground.position(GroundMapper::foot(*m_object->box));
+    const std::optional<TrackSize> size = m_ground.size(*m_object->box);
+    if (!box || !position || !size) {
+        refuseObject(TrackProblemKind::OutOfRange, "the box is out of range");
+        return;
+    }
+    const char* const type = m_object->isGroup ? "GROUP" : m_object->isBag ? "BAG" : "PERSON";
+    frame.actors.push_back({m_object->id, type, *box, position, size});
+}
+
+std::optional<double> CvmlReader::attribute(QLatin1String name)
+{
+    bool isNumber = false;
+    const double number = m_xml.attributes().value(name).toDouble(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<int> CvmlReader::wholeAttribute(QLatin1String name)
+{
+    bool isNumber = false;
+    const int number = m_xml.attributes().value(name).toInt(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+// Reports what is wrong with the open object, which is then left out.
+void CvmlReader::refuseObject(TrackProblemKind kind, const char* reason)
+{
+    if (!m_object->isFaulty) {
+        m_object->isFaulty = true;
+        m_problems.report(kind, place(), reason);
+    }
+}
+
+// The beginning of the tag read last, where its line is still there.
+TrackPlace CvmlReader::place() const
+{
+    const auto line = static_cast<std::size_t>(m_xml.lineNumber());
+    if (line != m_lastPieceLine) {
+        return {line, 0, {}};
+    }
+    const std::string_view source = withoutLineEnd(m_lastPiece);
+    const auto end = static_cast<std::size_t>(std::max<qint64>(m_xml.columnNumber(), 1));
+    const std::size_t tag = source.rfind('<', end - 1);
+    return {line, tag == std::string_view::npos ? 0 : tag + 1, source};
+}
+
+} // namespace scenariomatch

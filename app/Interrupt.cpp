@@ -1,0 +1,40 @@
+#include "app/Interrupt.h"
+
+#include <csignal>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+volatile std::sig_atomic_t interruptFlag = 0;
+
+extern "C" void handleInterrupt(int /*signal*/)
+{
+    interruptFlag = 1;
+}
+
+} // namespace
+
+void catchInterrupt()
+{
+    struct sigaction action = {};
+    action.sa_handler = handleInterrupt;
+    // The handler is used once, so that a second signal ends the program; waiting calls return
+    // early.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    // A reader of our output that goes away makes writing fail, which is told, and does not end us.
+    action.sa_handler = SIG_IGN;
+    action.sa_flags = 0;
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+bool isInterrupted()
+{
+    return interruptFlag != 0;
+}
+
+} // namespace scenariomatch
