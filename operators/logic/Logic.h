@@ -1,0 +1,21 @@
+#pragma once
+
+#include "operators/Values.h"
+
+// Truth values joined, with their confidences:
+//
+//     (p->Position in z->Vertices) and p->Posture = 401
+//     !(p->Position in z->Vertices)
+//
+// An argument that is missing or no truth value makes the result false, also of `!` and `or`.
+namespace scenariomatch
+{
+
+// `and`: the confidence is the product of both.
+Value conjunction(const Arguments& arguments);
+// `or`: the confidence is the greatest of the true ones; when none is true, the product of both.
+Value disjunction(const Arguments& arguments);
+// `!`: the confidence stays.
+Value negation(const Arguments& arguments);
+
+} // namespace scenariomatch

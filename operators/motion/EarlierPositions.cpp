@@ -1,0 +1,72 @@
+#include "operators/motion/EarlierPositions.h"
+
+#include <iterator>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// Entries of the frames before the value's own, the newest first. A value stored twice in a frame
+// has filed the first under the frame of the second; that one is no earlier position.
+auto newestBefore(const CSBasicType& current)
+{
+    return std::make_reverse_iterator(current.m_history.lower_bound(current.m_frame));
+}
+
+const CSTimeStamp* timeOf(int frame, const FrameTimes& times)
+{
+    const auto found = times.find(frame);
+    return found != times.end() ? found->second.get() : nullptr;
+}
+
+} // namespace
+
+EarlierPositions::EarlierPositions(const CSBasicType& current, const FrameTimes& times)
+    : m_times(times)
+    , m_now(timeOf(current.m_frame, times))
+    , m_next(newestBefore(current))
+    , m_end(current.m_history.rend())
+{
+}
+
+bool EarlierPositions::next()
+{
+    if (m_now == nullptr) {
+        return false;
+    }
+    while (m_next != m_end) {
+        if (read(*m_next++)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool EarlierPositions::read(const History::value_type& entry)
+{
+    const CSTimeStamp* then = timeOf(entry.first, m_times);
+    if (then == nullptr) {
+        return false;
+    }
+    const auto found = point(entry.second);
+    m_age = secondsBetween(*then, *m_now);
+    if (!found || !(m_age > 0.0)) {
+        return false;
+    }
+    m_position = *found;
+    return true;
+}
+
+std::optional<Point> previousPosition(const CSBasicType& current)
+{
+    for (auto entry = newestBefore(current); entry != current.m_history.rend(); ++entry) {
+        if (const auto found = point(entry->second)) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace scenariomatch

@@ -1,0 +1,159 @@
+#include "operators/motion/Motion.h"
+
+#include "operators/motion/EarlierPositions.h"
+#include "operators/motion/LineCrossing.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// The move that a measure is about: from an earlier position to the current one.
+struct Move
+{
+    Point from;
+    Point to;
+    double seconds = 0.0;
+};
+
+std::optional<Move> fromOldest(const Value& value, double seconds, const FrameTimes& times)
+{
+    const auto current = point(value);
+    if (!current) {
+        return std::nullopt;
+    }
+    std::optional<Move> move;
+    EarlierPositions earlier(*value, times);
+    while (earlier.next() && earlier.age() <= seconds) {
+        move = Move{earlier.position(), *current, earlier.age()};
+    }
+    return move;
+}
+
+std::optional<Move> fromLatest(const Value& value, const FrameTimes& times)
+{
+    const auto current = point(value);
+    if (!current) {
+        return std::nullopt;
+    }
+    EarlierPositions earlier(*value, times);
+    if (!earlier.next()) {
+        return std::nullopt;
+    }
+    return Move{earlier.position(), *current, earlier.age()};
+}
+
+// The move of (p) or (p, seconds).
+std::optional<Move> lastMove(const Arguments& arguments, const FrameTimes& times)
+{
+    if (arguments.size() == 1) {
+        return fromLatest(arguments[0], times);
+    }
+    const auto seconds = arguments.size() == 2 ? number(arguments[1]) : std::nullopt;
+    return seconds ? fromOldest(arguments[0], *seconds, times) : std::nullopt;
+}
+
+std::optional<double> direction(const Move& move)
+{
+    const double dx = move.to.x - move.from.x;
+    const double dy = move.to.y - move.from.y;
+    if (dx == 0.0 && dy == 0.0) {
+        return std::nullopt;
+    }
+    constexpr double kFullTurn = 360.0;
+    const double degrees = std::atan2(dy, dx) * (kFullTurn / 2) / std::numbers::pi;
+    const double positive = degrees < 0.0 ? degrees + kFullTurn : degrees;
+    return positive < kFullTurn ? positive : 0.0;
+}
+
+bool staysWithin(const Value& value, double seconds, double radius, const FrameTimes& times)
+{
+    const auto current = point(value);
+    if (!current) {
+        return false;
+    }
+    EarlierPositions earlier(*value, times);
+    while (earlier.next()) {
+        if (!(distanceBetween(earlier.position(), *current) <= radius)) {
+            return false;
+        }
+        if (earlier.age() >= seconds) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Passages from right to left less those from left to right; nothing without a step or a line.
+std::optional<int> passages(const Arguments& arguments)
+{
+    if (arguments.size() != 2 && arguments.size() != 3) {
+        return std::nullopt;
+    }
+    const auto to = point(arguments[0]);
+    const auto from = to ? previousPosition(*arguments[0]) : std::nullopt;
+    if (!from) {
+        return std::nullopt;
+    }
+    if (arguments.size() == 3) {
+        const auto begin = point(arguments[1]);
+        const auto end = point(arguments[2]);
+        return begin && end ? std::optional(passage(*from, *to, *begin, *end)) : std::nullopt;
+    }
+    const auto* line = points(arguments[1]);
+    return line != nullptr && line->size() >= 2 ? std::optional(passage(*from, *to, *line))
+                                                : std::nullopt;
+}
+
+} // namespace
+
+Value speed(const Arguments& arguments, const FrameTimes& times)
+{
+    const auto move = lastMove(arguments, times);
+    return move ? measure(distanceBetween(move->from, move->to) / move->seconds) : nullptr;
+}
+
+Value displacement(const Arguments& arguments, const FrameTimes& times)
+{
+    const auto move = arguments.size() == 2 ? lastMove(arguments, times) : std::nullopt;
+    return move ? measure(distanceBetween(move->from, move->to)) : nullptr;
+}
+
+Value heading(const Arguments& arguments, const FrameTimes& times)
+{
+    const auto move = lastMove(arguments, times);
+    return move ? measure(direction(*move)) : nullptr;
+}
+
+Value isStationary(const Arguments& arguments, const FrameTimes& times)
+{
+    if (arguments.size() != 3) {
+        return relation(false);
+    }
+    const auto seconds = number(arguments[1]);
+    const auto radius = number(arguments[2]);
+    return relation(
+        seconds && radius && *seconds >= 0.0 &&
+        staysWithin(arguments[0], *seconds, *radius, times));
+}
+
+Value crossed(const Arguments& arguments)
+{
+    return relation(passages(arguments).value_or(0) != 0);
+}
+
+Value crossedLeft(const Arguments& arguments)
+{
+    return relation(passages(arguments).value_or(0) > 0);
+}
+
+Value crossedRight(const Arguments& arguments)
+{
+    return relation(passages(arguments).value_or(0) < 0);
+}
+
+} // namespace scenariomatch

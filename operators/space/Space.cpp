@@ -1,0 +1,139 @@
+#include "operators/space/Space.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+using Ring = std::vector<CS3DDPoint>;
+
+constexpr std::size_t kFewestCorners = 3;
+
+bool isOnEdge(const Point& place, const CS3DDPoint& a, const CS3DDPoint& b)
+{
+    const double area = (b.m_x - a.m_x) * (place.y - a.m_y) - (b.m_y - a.m_y) * (place.x - a.m_x);
+    return area == 0.0 && place.x >= std::min(a.m_x, b.m_x) && place.x <= std::max(a.m_x, b.m_x) &&
+           place.y >= std::min(a.m_y, b.m_y) && place.y <= std::max(a.m_y, b.m_y);
+}
+
+// Whether the ray from the place towards greater x crosses the edge. The lower end of an edge
+// belongs to it and the upper does not, so a ray through a corner counts once.
+bool isCrossedByRay(const Point& place, const CS3DDPoint& a, const CS3DDPoint& b)
+{
+    if ((a.m_y <= place.y) == (b.m_y <= place.y)) {
+        return false;
+    }
+    return place.x < a.m_x + (place.y - a.m_y) / (b.m_y - a.m_y) * (b.m_x - a.m_x);
+}
+
+bool isInside(const Point& place, const Ring& ring)
+{
+    if (ring.size() < kFewestCorners) {
+        return false;
+    }
+    bool inside = false;
+    const CS3DDPoint* previous = &ring.back();
+    for (const CS3DDPoint& corner : ring) {
+        if (isOnEdge(place, *previous, corner)) {
+            return true;
+        }
+        if (isCrossedByRay(place, *previous, corner)) {
+            inside = !inside;
+        }
+        previous = &corner;
+    }
+    return inside;
+}
+
+double distanceToEdge(const Point& place, const CS3DDPoint& a, const CS3DDPoint& b)
+{
+    const double dx = b.m_x - a.m_x;
+    const double dy = b.m_y - a.m_y;
+    const double squaredLength = dx * dx + dy * dy;
+    double share = 0.0;
+    if (squaredLength > 0.0) {
+        share = ((place.x - a.m_x) * dx + (place.y - a.m_y) * dy) / squaredLength;
+        share = std::clamp(share, 0.0, 1.0);
+    }
+    return distanceBetween(place, {a.m_x + share * dx, a.m_y + share * dy, 0.0, false});
+}
+
+std::optional<double> distanceToRing(const Point& place, const Ring& ring)
+{
+    if (ring.empty()) {
+        return std::nullopt;
+    }
+    if (isInside(place, ring)) {
+        return 0.0;
+    }
+    double nearest = std::numeric_limits<double>::infinity();
+    const CS3DDPoint* previous = &ring.back();
+    for (const CS3DDPoint& corner : ring) {
+        nearest = std::min(nearest, distanceToEdge(place, *previous, corner));
+        previous = &corner;
+    }
+    return nearest;
+}
+
+std::optional<double> distanceOf(const Value& left, const Value& right)
+{
+    const auto leftPoint = point(left);
+    const auto rightPoint = point(right);
+    if (leftPoint && rightPoint) {
+        return distanceBetween(*leftPoint, *rightPoint);
+    }
+    if (leftPoint) {
+        const Ring* ring = points(right);
+        return ring != nullptr ? distanceToRing(*leftPoint, *ring) : std::nullopt;
+    }
+    const Ring* ring = rightPoint ? points(left) : nullptr;
+    return ring != nullptr ? distanceToRing(*rightPoint, *ring) : std::nullopt;
+}
+
+// Nothing where in and out have no meaning.
+std::optional<bool> isInside(const Arguments& arguments)
+{
+    if (arguments.size() != 2) {
+        return std::nullopt;
+    }
+    const auto place = point(arguments[0]);
+    const Ring* ring = points(arguments[1]);
+    if (!place || ring == nullptr || ring->size() < kFewestCorners) {
+        return std::nullopt;
+    }
+    return isInside(*place, *ring);
+}
+
+} // namespace
+
+Value distance(const Arguments& arguments)
+{
+    return arguments.size() == 2 ? measure(distanceOf(arguments[0], arguments[1])) : nullptr;
+}
+
+Value isIn(const Arguments& arguments)
+{
+    return relation(isInside(arguments) == true);
+}
+
+Value isOut(const Arguments& arguments)
+{
+    return relation(isInside(arguments) == false);
+}
+
+Value isNear(const Arguments& arguments)
+{
+    if (arguments.size() != 3) {
+        return relation(false);
+    }
+    const auto between = distanceOf(arguments[0], arguments[1]);
+    const auto limit = number(arguments[2]);
+    return relation(between && limit && *between <= *limit);
+}
+
+} // namespace scenariomatch
