@@ -189,6 +189,8 @@ std::optional<Declaration> Reader::takeDeclaration()
     const std::size_t next = m_rest.find_first_of(between ? "{}" : "(){}");
     if (next == std::string_view::npos || (between && m_rest[next] == '{')) {
         report("The declaration operator is not closed.");
+        // Without delimiters no declaration can follow.
+        m_rest.remove_prefix(next == std::string_view::npos ? m_rest.size() : 0);
         return std::nullopt;
     }
     if (!between || !between->empty() || !isWord(*name)) {

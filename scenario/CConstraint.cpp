@@ -40,6 +40,10 @@ void setTerm(CConstraint& node, std::string_view text)
 
 void setOperator(CConstraint& node, std::string_view name)
 {
+    // Where a blank is missing all that follows is a name, on every level of nesting.
+    if (name.size() > CConstraint::kMaximumNameLength) {
+        throw std::out_of_range("CConstraint::read: the name of an operator is too long");
+    }
     node.m_operatorName = name;
     node.m_operator = CConstraint::m_allOperators[node.m_operatorName];
 }

@@ -3,6 +3,7 @@
 #include "types/CSAgent.h"
 #include "types/CSOperatorInterfaceAbstract.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -41,7 +42,8 @@ public:
     virtual ~CConstraint();
 
     // Parses the text into this node and new children. Throws std::out_of_range where a split
-    // position lies past the end of the text, and where expressions nest deeper than kMaximumDepth.
+    // position lies past the end of the text, where expressions nest deeper than kMaximumDepth, and
+    // where the name of an operator is longer than kMaximumNameLength.
     void read(std::string text);
     // Appends one leaf per item of a comma-separated argument list; only the first word of an item
     // counts.
@@ -91,4 +93,5 @@ public:
     static OperatorTable m_allOperators;
 
     static constexpr int kMaximumDepth = 200;
+    static constexpr std::size_t kMaximumNameLength = 4096;
 };
