@@ -28,7 +28,7 @@ struct EventObject
 };
 
 // A recognised event that another one is composed of.
-struct EventPart
+struct SubEvent
 {
     // The model's name for it.
     std::string variable;
@@ -54,7 +54,7 @@ struct ReportedEvent
     // From begin to end, in seconds.
     double duration = 0.0;
     std::vector<EventObject> objects;
-    std::vector<EventPart> parts;
+    std::vector<SubEvent> subEvents;
 };
 
 // Writes events in one format to a stream that its owner opened.
