@@ -1,0 +1,99 @@
+#include "app/SynthCommand.h"
+
+#include "app/ExitStatus.h"
+#include "app/SceneReader.h"
+#include "app/SceneTracks.h"
+#include "app/TrackWriter.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <ostream>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// The file's text, one byte more than the limit at most; nothing when it cannot be read.
+std::optional<std::string> readFile(const std::string& fileName, std::size_t limit)
+{
+    std::ifstream file(fileName, std::ios::binary);
+    std::string text(limit + 1, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (file.bad() || (file.fail() && !file.eof())) {
+        return std::nullopt;
+    }
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
+// Stops early when the stream refuses, so that a full disk is noticed at once.
+bool writeTracks(const Scene& scene, TrackFormat format, std::ostream& out)
+{
+    const std::unique_ptr<TrackWriter> writer = makeTrackWriter(format, out);
+    SceneTracks tracks(scene);
+    TrackFrame frame;
+    while (out.good() && tracks.next(frame)) {
+        writer->write(frame);
+    }
+    writer->finish();
+    return out.good();
+}
+
+} // namespace
+
+CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
+{
+    CLI::App* const command =
+        program.add_subcommand("synth", "Make tracks from a scene description");
+    command->add_option("SCENE", options.scene, "Scene file (YAML, see docs/scenes.md)")
+        ->required();
+    command->add_option("--output", options.output, "File to write; - is standard output")
+        ->capture_default_str();
+    const std::map<std::string, TrackFormat> formats{
+        {"jsonl", TrackFormat::JsonLines},
+        {"mot", TrackFormat::Mot},
+        {"cvml", TrackFormat::Cvml},
+        {"trajectory", TrackFormat::Trajectory}};
+    command->add_option("--format", options.format, "jsonl (default), mot, cvml or trajectory")
+        ->transform(CLI::CheckedTransformer(formats).description(""))
+        ->type_name("FORMAT");
+    command->footer("Examples:\n"
+                    "  scenariomatch synth examples/crowd/crowd20.yaml --output crowd20.jsonl\n"
+                    "  scenariomatch synth examples/crowd/crowd20.yaml --format trajectory");
+    return command;
+}
+
+int runSynth(const SynthOptions& options, std::ostream& out, std::ostream& talk)
+{
+    const SceneLimits limits;
+    const std::optional<std::string> text = readFile(options.scene, limits.fileBytes);
+    if (!text) {
+        talk << "synth: cannot read " << options.scene << ": " << std::strerror(errno) << '\n';
+        return kExitModel;
+    }
+    const SceneReading reading = readScene(*text, options.scene, limits);
+    if (!reading.scene) {
+        talk << reading.problem;
+        return kExitModel;
+    }
+    if (options.output == "-") {
+        if (writeTracks(*reading.scene, options.format, out)) {
+            return kExitDone;
+        }
+        talk << "synth: cannot write to standard output\n";
+        return kExitOutput;
+    }
+    std::ofstream file(options.output, std::ios::binary | std::ios::trunc);
+    if (!file.good() || !writeTracks(*reading.scene, options.format, file)) {
+        talk << "synth: cannot write " << options.output << ": " << std::strerror(errno) << '\n';
+        return kExitOutput;
+    }
+    return kExitDone;
+}
+
+} // namespace scenariomatch
