@@ -59,7 +59,7 @@ void CSEngine::read(const std::string& fileName)
     m_allScenarios->fillConstraintsConstants();
     m_allScenarios->classifyConstraints();
     announce("Create the tree model of the scenarios");
-    m_allScenarios->createModelTree();
+    m_allScenarios->createModelTree(m_agentOperators);
 }
 
 void CSEngine::readEngineFile(const std::string& fileName)
