@@ -107,22 +107,22 @@ Value isDifferent(const Arguments& arguments)
 
 Value isLess(const Arguments& arguments)
 {
-    return relation(order(arguments) < 0);
+    return relation(std::is_lt(order(arguments)));
 }
 
 Value isLessOrEqual(const Arguments& arguments)
 {
-    return relation(order(arguments) <= 0);
+    return relation(std::is_lteq(order(arguments)));
 }
 
 Value isGreater(const Arguments& arguments)
 {
-    return relation(order(arguments) > 0);
+    return relation(std::is_gt(order(arguments)));
 }
 
 Value isGreaterOrEqual(const Arguments& arguments)
 {
-    return relation(order(arguments) >= 0);
+    return relation(std::is_gteq(order(arguments)));
 }
 
 std::vector<std::string> orderedTypes()
