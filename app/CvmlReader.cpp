@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fmt/format.h>
 #include <limits>
 #include <utility>
 
@@ -116,7 +117,8 @@ void CvmlReader::readStart(TrackFrame& frame)
         if (name != QLatin1String("dataset")) {
             m_failure = {
                 false,
-                "the root element is \"" + name.toString().toStdString() + "\", not \"dataset\""};
+                fmt::format(
+                    R"(the root element is "{}", not "dataset")", name.toString().toStdString())};
         }
     } else if (name == QLatin1String("frame")) {
         readFrameStart(frame);

@@ -13,6 +13,17 @@
 namespace scenariomatch
 {
 
+// The object or group whose elements are being read.
+struct OpenCvmlObject
+{
+    int id = 0;
+    bool isGroup = false;
+    bool isBag = false;
+    // Something is wrong with it and has been reported.
+    bool isFaulty = false;
+    std::optional<MeasuredBox> box;
+};
+
 // Reads CVML, the XML of hand-labelled clips: objects and groups with boxes given by their centre
 // and size in pixels.
 //
@@ -47,17 +58,6 @@ public:
     double progress() const override { return m_input->progress(); }
 
 private:
-    // The object or group whose elements are being read.
-    struct OpenObject
-    {
-        int id = 0;
-        bool isGroup = false;
-        bool isBag = false;
-        // Something is wrong with it and has been reported.
-        bool isFaulty = false;
-        std::optional<MeasuredBox> box;
-    };
-
     bool advance();
     bool feed();
     void finish(const std::string& damage);
@@ -88,7 +88,7 @@ private:
     IdSet m_ids;
     // Set between the tags of a frame that is wanted.
     bool m_isInFrame = false;
-    std::optional<OpenObject> m_object;
+    std::optional<OpenCvmlObject> m_object;
     std::size_t m_objectDepth = 0;
     // The text of the role being read.
     std::optional<std::string> m_role;

@@ -158,26 +158,26 @@ TrackClock millisecondsToClock(std::int64_t milliseconds)
     return clock;
 }
 
-std::optional<TrackClock> parseClock(std::string_view written)
+std::optional<TrackClock> parseClock(std::string_view text)
 {
-    ClockText text(written);
+    ClockText rest(text);
     TrackClock clock;
-    clock.year = text.number(4);
-    text.require("-");
-    clock.month = text.number(2);
-    text.require("-");
-    clock.day = text.number(2);
-    text.require("T ");
-    clock.hour = text.number(2);
-    text.require(":");
-    clock.minute = text.number(2);
-    text.require(":");
-    clock.second = text.number(2);
-    if (text.take(".,")) {
-        clock.millisecond = text.fraction();
+    clock.year = rest.number(4);
+    rest.require("-");
+    clock.month = rest.number(2);
+    rest.require("-");
+    clock.day = rest.number(2);
+    rest.require("T ");
+    clock.hour = rest.number(2);
+    rest.require(":");
+    clock.minute = rest.number(2);
+    rest.require(":");
+    clock.second = rest.number(2);
+    if (rest.take(".,")) {
+        clock.millisecond = rest.fraction();
     }
-    const bool isZone = readZone(text);
-    if (!isZone || !text.isUsedUp() || !isDateAndTime(clock)) {
+    const bool isZone = readZone(rest);
+    if (!isZone || !rest.isUsedUp() || !isDateAndTime(clock)) {
         return std::nullopt;
     }
     return clock;

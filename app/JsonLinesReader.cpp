@@ -431,7 +431,7 @@ bool JsonLinesReader::LineParser::complete(Actor& actor, TrackedActor& tracked)
 bool JsonLinesReader::LineParser::completePlace(Actor& actor, TrackedActor& tracked)
 {
     if (!actor.hasBox && !actor.hasPosition) {
-        return fail(actor, TrackProblemKind::Malformed, "\"box\" and \"position\" are missing");
+        return fail(actor, TrackProblemKind::Malformed, R"("box" and "position" are missing)");
     }
     const MeasuredBox measured{actor.box[0], actor.box[1], actor.box[2], actor.box[3]};
     if (actor.hasBox) {

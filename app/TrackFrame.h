@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-namespace scenariomatch {
+namespace scenariomatch
+{
 
 // Wall clock of a frame, as written in the tracks; a time zone is read and not applied.
 struct TrackClock

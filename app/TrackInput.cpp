@@ -118,7 +118,7 @@ bool TrackInput::readMore()
         return false;
     }
     const std::size_t room = m_capacity - m_end;
-    char* const into = m_buffer.get() + m_end;
+    char* const into = m_buffer.data() + m_end;
     const std::size_t count = m_inflater ? readCompressed(into, room) : readPlain(into, room);
     m_end += count;
     m_isAtEnd = count == 0;
@@ -159,7 +159,7 @@ bool TrackInput::nextPiece(TextPiece& piece)
 {
     while (true) {
         const std::size_t size = std::min(m_end - m_begin, m_limits.longestPiece);
-        const char* const begin = m_buffer.get() + m_begin;
+        const char* const begin = m_buffer.data() + m_begin;
         const void* const found = size > 0 ? std::memchr(begin, '\n', size) : nullptr;
         const bool isLine = found != nullptr;
         if (!isLine && size < m_limits.longestPiece && readMore()) {
@@ -183,11 +183,9 @@ void TrackInput::start()
 {
     m_isStarted = true;
     m_capacity = kFirstCapacity;
-    m_buffer.reset(
-        new char[m_capacity + kPadding]); // NOLINT(modernize-avoid-c-arrays): see the member
-    std::memset(m_buffer.get(), 0, m_capacity + kPadding);
+    m_buffer.resize(m_capacity + kPadding);
     while (m_end < kByteOrderMark.size()) {
-        const std::size_t count = readPlain(m_buffer.get() + m_end, m_capacity - m_end);
+        const std::size_t count = readPlain(m_buffer.data() + m_end, m_capacity - m_end);
         m_end += count;
         if (count == 0) {
             break;
@@ -195,10 +193,10 @@ void TrackInput::start()
     }
     if (buffered().starts_with("\x1F\x8B")) {
         m_inflater = std::make_unique<Inflater>();
-        m_inflater->chunk.assign(m_buffer.get(), m_buffer.get() + m_end);
+        m_inflater->chunk.assign(m_buffer.data(), m_buffer.data() + m_end);
         m_inflater->stream.next_in = reinterpret_cast<Bytef*>(m_inflater->chunk.data());
         m_inflater->stream.avail_in = static_cast<uInt>(m_end);
-        m_end = readCompressed(m_buffer.get(), m_capacity);
+        m_end = readCompressed(m_buffer.data(), m_capacity);
     }
     if (buffered().starts_with(kByteOrderMark)) {
         m_begin = kByteOrderMark.size();
@@ -229,7 +227,7 @@ void TrackInput::makeRoom()
     }
     const std::size_t left = m_end - m_begin;
     if (m_begin > 0) {
-        std::memmove(m_buffer.get(), m_buffer.get() + m_begin, left);
+        std::memmove(m_buffer.data(), m_buffer.data() + m_begin, left);
         m_begin = 0;
         m_end = left;
     }
@@ -237,11 +235,7 @@ void TrackInput::makeRoom()
         return;
     }
     m_capacity *= 2;
-    std::unique_ptr<char[]> larger(
-        new char[m_capacity + kPadding]); // NOLINT(modernize-avoid-c-arrays): as above
-    std::memcpy(larger.get(), m_buffer.get(), left);
-    std::memset(larger.get() + left, 0, m_capacity + kPadding - left);
-    m_buffer = std::move(larger);
+    m_buffer.resize(m_capacity + kPadding);
 }
 
 std::size_t TrackInput::readPlain(char* into, std::size_t size)

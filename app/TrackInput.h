@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace scenariomatch
 {
@@ -63,7 +64,7 @@ public:
     ~TrackInput();
 
     // What has arrived and was not yet handed out.
-    std::string_view buffered() const { return {m_buffer.get() + m_begin, m_end - m_begin}; }
+    std::string_view buffered() const { return {m_buffer.data() + m_begin, m_end - m_begin}; }
 
     // Waits for more behind buffered(); false at the end, or when the buffer is full.
     bool readMore();
@@ -101,8 +102,8 @@ private:
     Limits m_limits;
     std::string m_damage;
     std::string m_excerpt;
-    std::unique_ptr<char[]>
-        m_buffer; // NOLINT(modernize-avoid-c-arrays): bytes that need no initial value
+    std::vector<char> m_buffer;
+    // Without the padding.
     std::size_t m_capacity = 0;
     std::size_t m_begin = 0;
     std::size_t m_end = 0;

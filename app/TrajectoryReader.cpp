@@ -22,7 +22,7 @@ bool TrajectoryReader::parseRow(std::string_view text, FieldReader& reader, Row&
         reader.fail(
             TrackProblemKind::Malformed,
             fields[0],
-            "a row is \"id frame x y\" or \"id frame x y z\"");
+            R"(a row is "id frame x y" or "id frame x y z")");
         return false;
     }
     row.id = reader.whole(fields[0]);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/rhmAbstractProcessEventRecognition.h"
+#include "plugin/RecognitionView.h"
+
+namespace scenariomatch
+{
+
+// Shows the platform's event records the way a process with a view of its own would: for processes
+// that have none. Records name persons only, by their identifiers; there are no sub-events, alarm
+// texts and counters.
+//
+// The process must outlive the view.
+class RecordView : public RecognitionView
+{
+public:
+    explicit RecordView(const rhmAbstractProcessEventRecognition& process)
+        : m_process(process)
+    {
+    }
+
+    void visitEvents(const EventVisitor& visit) const override;
+
+    RecognitionCounters counters() const override { return {}; }
+
+    void setObserver(RecognitionObserver* /*observer*/) override {}
+
+private:
+    const rhmAbstractProcessEventRecognition& m_process;
+};
+
+} // namespace scenariomatch

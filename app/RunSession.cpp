@@ -1,0 +1,72 @@
+#include "app/RunSession.h"
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+DateTime dateTimeOf(const TrackClock& clock)
+{
+    return {
+        clock.year,
+        clock.month,
+        clock.day,
+        clock.hour,
+        clock.minute,
+        clock.second,
+        clock.millisecond};
+}
+
+// What the tracks do not carry is 0 to the platform.
+void fill(rhmDataActor& actor, const TrackedActor& tracked)
+{
+    const TrackPoint position = tracked.position.value_or(TrackPoint());
+    const TrackSize size = tracked.size.value_or(TrackSize());
+    actor.setIdent(tracked.id);
+    actor.setType(tracked.type);
+    actor.setBoundingBox2D({tracked.box.x, tracked.box.y, tracked.box.width, tracked.box.height});
+    actor.setCurrentPosition({position.x, position.y, position.z});
+    actor.setInformation3D(Information3D(size.height, size.width, size.depth));
+}
+
+} // namespace
+
+RunSession::RunSession(
+    rhmAbstractProcessEventRecognition& process,
+    const RecognitionView& view,
+    EventCollector& collector,
+    RunStatistics& statistics)
+    : m_process(process)
+    , m_view(view)
+    , m_collector(collector)
+    , m_statistics(statistics)
+{
+}
+
+void RunSession::addFrame(const TrackFrame& frame)
+{
+    CSynchronizer& synchronizer = *m_process.getSynchronizer();
+    synchronizer.setFrameNumber(frame.number);
+    synchronizer.setDateTime(dateTimeOf(frame.clock));
+    setActors(frame);
+    m_process.performEventRecognition();
+    m_collector.addFrame(m_view, frame.clock);
+    m_statistics.addFrame(frame.actors.size(), m_view.counters());
+}
+
+void RunSession::setActors(const TrackFrame& frame)
+{
+    while (m_pool.size() < frame.actors.size()) {
+        m_pool.push_back(QSharedPointer<rhmDataActor>::create());
+    }
+    rhmAbstractProcessEventRecognition::Actors actors;
+    actors.reserve(static_cast<qsizetype>(frame.actors.size()));
+    for (std::size_t i = 0; i < frame.actors.size(); ++i) {
+        fill(*m_pool[i], frame.actors[i]);
+        actors.append(m_pool[i]);
+    }
+    m_process.setActors(actors);
+}
+
+} // namespace scenariomatch

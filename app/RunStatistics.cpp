@@ -1,0 +1,62 @@
+#include "app/RunStatistics.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <ostream>
+#include <sys/resource.h>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+constexpr double kKibibytesPerMebibyte = 1024.0;
+
+double peakMebibytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / kKibibytesPerMebibyte;
+}
+
+} // namespace
+
+void RunStatistics::addFrame(std::size_t actors, const RecognitionCounters& counters)
+{
+    ++m_frames;
+    m_actors += actors;
+    m_tested += static_cast<std::uint64_t>(std::max(counters.tested, 0));
+    m_accepted += static_cast<std::uint64_t>(std::max(counters.accepted, 0));
+    m_completions += static_cast<std::uint64_t>(std::max(counters.completions, 0));
+    m_live = counters.liveInstances;
+    m_mostLive = std::max(m_mostLive, m_live);
+}
+
+void RunStatistics::print(std::ostream& out) const
+{
+    const double seconds = std::chrono::duration<double>(Clock::now() - m_start).count();
+    const double rate = seconds > 0.0 ? static_cast<double>(m_frames) / seconds : 0.0;
+    out << fmt::format("frames               {}\n", m_frames)
+        << fmt::format("actors               {}\n", m_actors)
+        << fmt::format("candidates tested    {}\n", m_tested)
+        << fmt::format("candidates accepted  {}\n", m_accepted)
+        << fmt::format("completions          {}\n", m_completions)
+        << fmt::format("live instances       {} (at most {})\n", m_live, m_mostLive)
+        << fmt::format("reported instances   {}\n", m_reported)
+        << fmt::format("frames per second    {:.1f}\n", rate)
+        << fmt::format("peak memory          {:.1f} MiB\n", peakMebibytes());
+}
+
+void CountingEventWriter::write(const ReportedEvent& event)
+{
+    m_statistics.countReported();
+    m_writer.write(event);
+}
+
+void CountingEventWriter::finish()
+{
+    m_writer.finish();
+}
+
+} // namespace scenariomatch

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/EventWriter.h"
+#include "plugin/RecognitionView.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+
+namespace scenariomatch
+{
+
+// What a run did, for people.
+class RunStatistics
+{
+public:
+    void addFrame(std::size_t actors, const RecognitionCounters& counters);
+
+    void countReported() { ++m_reported; }
+
+    std::size_t frames() const { return m_frames; }
+
+    // Writes one figure a line.
+    void print(std::ostream& out) const;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    Clock::time_point m_start = Clock::now();
+    std::size_t m_frames = 0;
+    std::size_t m_actors = 0;
+    std::uint64_t m_tested = 0;
+    std::uint64_t m_accepted = 0;
+    std::uint64_t m_completions = 0;
+    std::size_t m_live = 0;
+    std::size_t m_mostLive = 0;
+    std::uint64_t m_reported = 0;
+};
+
+// Counts the events that a writer writes.
+//
+// Writer and statistics must outlive it.
+class CountingEventWriter : public EventWriter
+{
+public:
+    CountingEventWriter(EventWriter& writer, RunStatistics& statistics)
+        : m_writer(writer)
+        , m_statistics(statistics)
+    {
+    }
+
+    void write(const ReportedEvent& event) override;
+    void finish() override;
+
+private:
+    EventWriter& m_writer;
+    RunStatistics& m_statistics;
+};
+
+} // namespace scenariomatch

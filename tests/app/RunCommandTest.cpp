@@ -1,0 +1,436 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string kProgram = SCENARIOMATCH_BUILD_BIN "/scenariomatch";
+const std::string kFiles = SCENARIOMATCH_TEST_DATA "/app/run/";
+const std::string kRun =
+    "run --params " + kFiles + "params.yaml --tracks " + kFiles + "tracks.txt ";
+
+const std::string kFirstEvent =
+    R"({"id":0,"name":"InZone","kind":"PrimitiveState","alarm_level":"URGENT","alarm":1,)"
+    R"("text":"Person in the zone","confidence":1,"begin":"2000-01-01T00:00:01.000","begin_frame":2,)"
+    R"("end":"2000-01-01T00:00:03.000","end_frame":4,"duration":2,"objects":[)"
+    R"({"variable":"p","type":"Person","id":1,"name":""},{"variable":"z","type":"Zone","id":0,"name":"Door"}],)"
+    R"("sub_events":[]})"
+    "\n";
+const std::string kSecondEvent =
+    R"({"id":1,"name":"InZone","kind":"PrimitiveState","alarm_level":"URGENT","alarm":1,)"
+    R"("text":"Person in the zone","confidence":1,"begin":"2000-01-01T00:00:08.000","begin_frame":9,)"
+    R"("end":"2000-01-01T00:00:08.000","end_frame":9,"duration":0,"objects":[)"
+    R"({"variable":"p","type":"Person","id":1,"name":""},{"variable":"z","type":"Zone","id":0,"name":"Door"}],)"
+    R"("sub_events":[]})"
+    "\n";
+
+std::string temporary(const std::string& name)
+{
+    return testing::TempDir() + "/" +
+           testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
+}
+
+std::string contentOf(const std::string& path)
+{
+    std::stringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::string write(const std::string& name, const std::string& text)
+{
+    std::ofstream(temporary(name), std::ios::binary) << text;
+    return temporary(name);
+}
+
+std::size_t countOf(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+struct Outcome
+{
+    int status = -1;
+    std::string out;
+    std::string talk;
+};
+
+// Runs the program through the shell, after what stands in front of its name.
+Outcome runProgram(const std::string& arguments, const std::string& before = "")
+{
+    const std::string out = temporary("out");
+    const std::string talk = temporary("talk");
+    const int status =
+        std::system((before + kProgram + " " + arguments + " >" + out + " 2>" + talk).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
+}
+
+} // namespace
+
+TEST(RunCommand, WritesEachEventOnceItIsOverAndNothingElse)
+{
+    const Outcome outcome = runProgram(kRun);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_EQ(outcome.talk, "");
+}
+
+TEST(RunCommand, WritesAnEventInEveryFrameWhenAsked)
+{
+    const Outcome outcome = runProgram(kRun + "--every-frame");
+    EXPECT_EQ(countOf(outcome.out, "\n"), 4U);
+    EXPECT_EQ(countOf(outcome.out, "\"id\":0,\"name\":\"InZone\""), 3U);
+}
+
+TEST(RunCommand, WritesTheOtherFormatsAndToAFile)
+{
+    const std::string file = temporary("events");
+    const Outcome outcome = runProgram(kRun + "--events " + file + " --events-format csv");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(contentOf(file), StartsWith("id,name,kind,"));
+    EXPECT_EQ(countOf(contentOf(file), "\n"), 3U);
+    EXPECT_THAT(runProgram(kRun + "--events-format text").out, StartsWith("who "));
+}
+
+TEST(RunCommand, ReadsTracksFromStandardInput)
+{
+    const Outcome outcome = runProgram(
+        "run --params " + kFiles + "params.yaml --tracks -", "cat " + kFiles + "tracks.txt | ");
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+}
+
+TEST(RunCommand, WorksFromAnyFolder)
+{
+    const Outcome outcome = runProgram(kRun, "cd / && ");
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    const Outcome beside =
+        runProgram("run --params params.yaml --tracks tracks.txt", "cd " + kFiles + " && ");
+    EXPECT_EQ(beside.out, kFirstEvent + kSecondEvent);
+}
+
+TEST(RunCommand, KeepsThePluginsTracesApart)
+{
+    const std::string file = temporary("trace");
+    const Outcome outcome = runProgram(kRun + "--trace " + file + " --set debug=true");
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_THAT(contentOf(file), StartsWith("\nScenarioMatchProcess::init()"));
+    EXPECT_THAT(contentOf(file), HasSubstr("Starting Actor handling2\n"));
+    EXPECT_THAT(contentOf(file), HasSubstr("End Apply()"));
+    EXPECT_THAT(
+        contentOf(file),
+        HasSubstr("The parameter, XML3FileName, is missing, default value is used: "));
+}
+
+TEST(RunCommand, WritesAndClosesTheEventFile)
+{
+    const std::string file = temporary("events.xml");
+    EXPECT_EQ(runProgram(kRun + "--set saveXML3File=true --set XML3FileName=" + file).status, 0);
+    EXPECT_THAT(contentOf(file), StartsWith("<?xml"));
+    EXPECT_THAT(contentOf(file), testing::EndsWith("</Tarvos>\n"));
+}
+
+TEST(RunCommand, SetsParametersToZero)
+{
+    // Without prolongation every frame's recognition is an event of its own.
+    EXPECT_EQ(countOf(runProgram(kRun + "--set constProlongation=0").out, "\n"), 4U);
+    EXPECT_EQ(countOf(runProgram(kRun + "--set constProlongation=5").out, "\n"), 1U);
+}
+
+TEST(RunCommand, TakesFilesBehindACommonPath)
+{
+    std::filesystem::create_directories(temporary("site"));
+    const std::string parameters = write("params.yaml", contentOf(kFiles + "params.yaml"));
+    const std::string arguments =
+        "run --params " + parameters + " --tracks " + kFiles + "tracks.txt";
+    EXPECT_EQ(runProgram(arguments).status, 3);
+    EXPECT_EQ(runProgram(arguments + " --common-path " + kFiles).out, kFirstEvent + kSecondEvent);
+}
+
+TEST(RunCommand, TakesTheInstalledVocabularyWhereNoneIsNamed)
+{
+    const std::string parameters = write(
+        "params.yaml",
+        "%YAML:1.0\n---\nscenarioRecognitionModelFileName: \"" + kFiles +
+            "engine.txt\"\nscenarioRecognitionObjectDescription: \"" + kFiles +
+            "objects.txt\"\nRHMContext: \"" + kFiles + "context.xml\"\nconstProlongation: 1\n");
+    const Outcome outcome =
+        runProgram("run --params " + parameters + " --tracks " + kFiles + "tracks.txt");
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+}
+
+TEST(RunCommand, StartsAtTheTimeAndRateGiven)
+{
+    const Outcome outcome = runProgram(kRun + "--fps 2 --start 2026-05-04T10:00:00Z");
+    EXPECT_THAT(outcome.out, HasSubstr(R"("begin":"2026-05-04T10:00:00.500","begin_frame":2)"));
+}
+
+TEST(RunCommand, ScalesPositions)
+{
+    // At a tenth of the size person 1 comes and stays, person 2 is there twice.
+    EXPECT_EQ(countOf(runProgram(kRun + "--scale 0.1").out, "\n"), 3U);
+    EXPECT_THAT(runProgram(kRun + "--scale 0.1").out, HasSubstr(R"("begin_frame":2)"));
+    EXPECT_EQ(runProgram(kRun + "--scale 10").out, "");
+}
+
+TEST(RunCommand, MapsPositionsToTheGround)
+{
+    const std::string matrix =
+        "%YAML:1.0\n---\nH: !!opencv-matrix\n   rows: 3\n   cols: 3\n   dt: d\n   data: ";
+    const std::string away = write("away.yaml", matrix + "[1,0,1000,0,1,0,0,0,1]\n");
+    EXPECT_EQ(runProgram(kRun + "--homography " + away).out, "");
+    const std::string same = write("same.yaml", matrix + "[2,0,0,0,2,0,0,0,2]\n");
+    EXPECT_EQ(runProgram(kRun + "--homography " + same).out, kFirstEvent + kSecondEvent);
+    const Outcome flat =
+        runProgram(kRun + "--homography " + write("flat.yaml", matrix + "[0,0,0,0,0,0,0,0,1]\n"));
+    EXPECT_EQ(flat.status, 3);
+    EXPECT_THAT(flat.talk, HasSubstr("the matrix \"H\" does not map the image to the ground\n"));
+}
+
+TEST(RunCommand, GivesObjectsTheTypeAskedFor)
+{
+    EXPECT_EQ(runProgram(kRun + "--type BAG").out, "");
+}
+
+TEST(RunCommand, PrintsFiguresOfTheRun)
+{
+    const Outcome outcome = runProgram(kRun + "--stats");
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_THAT(
+        outcome.talk,
+        StartsWith("frames               9\n"
+                   "actors               11\n"
+                   "candidates tested    11\n"
+                   "candidates accepted  4\n"
+                   "completions          0\n"
+                   "live instances       2 (at most 2)\n"
+                   "reported instances   2\n"
+                   "frames per second    "));
+    EXPECT_THAT(outcome.talk, HasSubstr("peak memory          "));
+}
+
+TEST(RunCommand, ReportsMalformedLinesAndGoesOn)
+{
+    const std::string tracks = write("tracks", "1 x 5 5\n" + contentOf(kFiles + "tracks.txt"));
+    const Outcome outcome = runProgram("run --params " + kFiles + "params.yaml --tracks " + tracks);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_EQ(
+        outcome.talk,
+        tracks + ":1:3: a number is expected\n1 x 5 5\n  ^\n" + tracks +
+            ": 1 malformed line left out\n");
+}
+
+TEST(RunCommand, StopsAtTheFirstMalformedLineWhenStrict)
+{
+    const std::string frame = R"({"frame":1,"time":"2026-05-04T10:00:00","actors":[)";
+    const std::string tracks =
+        write("tracks", frame + R"({"id":1,"position":[5,5,0]}]})" + "\n" + frame + "\n{\n");
+    const Outcome outcome =
+        runProgram("run --strict --params " + kFiles + "params.yaml --tracks " + tracks);
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_EQ(countOf(outcome.out, "\n"), 1U);
+    EXPECT_THAT(
+        outcome.talk,
+        HasSubstr("scenariomatch run: " + tracks + ": stopped at the first problem\n"));
+    EXPECT_EQ(countOf(outcome.talk, tracks + ":"), 3U) << outcome.talk;
+}
+
+TEST(RunCommand, EndsWithStatusFourWhereThereAreNoTracks)
+{
+    const std::string parameters = "run --params " + kFiles + "params.yaml --tracks ";
+    EXPECT_EQ(
+        runProgram(parameters + temporary("none")).talk,
+        "scenariomatch run: " + temporary("none") + ": No such file or directory\n");
+    EXPECT_EQ(runProgram(parameters + temporary("none")).status, 4);
+    EXPECT_EQ(runProgram(parameters + write("empty", "")).status, 4);
+    EXPECT_EQ(runProgram(parameters + write("bad", "{}\n")).status, 4);
+    const Outcome detections =
+        runProgram(parameters + write("det.txt", "1,-1,1,2,3,4,0.5,-1,-1,-1\n") + " --fps 25");
+    EXPECT_EQ(detections.status, 4);
+    EXPECT_EQ(
+        detections.talk,
+        temporary("det.txt") + ":1:3: the identifier is negative: the object is not tracked\n" +
+            "1,-1,1,2,3,4,0.5,-1,-1,-1\n  ^\n" + temporary("det.txt") +
+            ": 1 untracked object left out\n" + "scenariomatch run: " + temporary("det.txt") +
+            ": these are detections, not tracks\n");
+}
+
+TEST(RunCommand, EndsWithStatusTwoForWrongUse)
+{
+    const std::string parameters = "run --params " + kFiles + "params.yaml ";
+    EXPECT_EQ(runProgram("").status, 2);
+    EXPECT_EQ(runProgram("walk").status, 2);
+    EXPECT_EQ(runProgram(parameters).status, 2);
+    EXPECT_EQ(runProgram(kRun + "--fps 0").status, 2);
+    EXPECT_EQ(runProgram(kRun + "--scale -1").status, 2);
+    EXPECT_EQ(runProgram(kRun + "--format tea").status, 2);
+    EXPECT_EQ(
+        runProgram(kRun + "--start noon").talk,
+        "scenariomatch run: --start needs a time such as 2026-05-04T10:00:00, not \"noon\"\n");
+    EXPECT_EQ(runProgram(kRun + "--start noon").status, 2);
+    EXPECT_EQ(
+        runProgram(kRun + "--set x").talk, "scenariomatch run: --set needs KEY=VALUE, not \"x\"\n");
+    EXPECT_EQ(runProgram(kRun + "--set x").status, 2);
+    EXPECT_EQ(
+        runProgram(kRun + "--set x=1").talk,
+        "scenariomatch run: --set: there is no parameter \"x\"\n");
+    EXPECT_EQ(
+        runProgram(kRun + "--set BayesianRatio=x").talk,
+        "scenariomatch run: --set: BayesianRatio cannot be \"x\"\n");
+    const Outcome unclear = runProgram(parameters + "--tracks " + write("tracks", "hello\n"));
+    EXPECT_EQ(unclear.status, 2);
+    const Outcome noRate = runProgram(parameters + "--tracks " + write("tracks", "1 1 1 1\n"));
+    EXPECT_EQ(noRate.status, 2);
+    EXPECT_THAT(
+        noRate.talk, HasSubstr("the tracks have no clock; give the frame rate with --fps\n"));
+}
+
+TEST(RunCommand, EndsWithStatusThreeForParametersThatCannotBeUsed)
+{
+    const std::string tracks = " --tracks " + kFiles + "tracks.txt";
+    const Outcome none = runProgram("run --params " + temporary("none") + tracks);
+    EXPECT_EQ(none.status, 3);
+    EXPECT_EQ(
+        none.talk, "scenariomatch run: " + temporary("none") + ": No such file or directory\n");
+    const Outcome noModels =
+        runProgram("run --params " + write("a.yaml", "debug: \"true\"\n") + tracks);
+    EXPECT_EQ(noModels.status, 3);
+    EXPECT_THAT(noModels.talk, HasSubstr(": scenarioRecognitionModelFileName is missing\n"));
+    const Outcome noContext = runProgram(kRun + "--set RHMContext=nothing.xml");
+    EXPECT_EQ(noContext.status, 3);
+    EXPECT_EQ(
+        noContext.talk, "scenariomatch run: nothing.xml (RHMContext): No such file or directory\n");
+    const Outcome unused = runProgram(
+        kRun + "--set scenarioRecognitionModelFileName=" + write("engine.txt", "List {\nx,\n}\n"));
+    EXPECT_EQ(unused.status, 3);
+    EXPECT_THAT(unused.talk, HasSubstr("params.yaml: no model takes part in recognition\n"));
+}
+
+TEST(RunCommand, WarnsOfUnknownParametersInTheFile)
+{
+    const std::string parameters =
+        write("params.yaml", contentOf(kFiles + "params.yaml") + "historySise: 12\n");
+    const Outcome outcome = runProgram(
+        "run --params " + parameters + " --common-path " + kFiles + " --tracks " + kFiles +
+        "tracks.txt");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_EQ(outcome.talk, parameters + ":9: warning: there is no parameter \"historySise\"\n");
+}
+
+TEST(RunCommand, EndsWithStatusFiveWithoutPlugins)
+{
+    std::filesystem::create_directories(temporary("folder"));
+    const Outcome noPlugin =
+        runProgram(kRun, "SCENARIOMATCH_PLUGIN_PATH=" + temporary("folder") + " ");
+    EXPECT_EQ(noPlugin.status, 5);
+    EXPECT_EQ(
+        noPlugin.talk,
+        "scenariomatch run: " + temporary("folder") +
+            ": there is no recognition plug-in in this folder\n");
+    EXPECT_EQ(runProgram(kRun, "SCENARIOMATCH_PLUGIN_PATH=" + kFiles + "params.yaml ").status, 5);
+    const Outcome noOperators = runProgram(kRun + "--set OperatorPluginPath=nowhere");
+    EXPECT_EQ(noOperators.status, 5);
+    EXPECT_EQ(
+        noOperators.talk,
+        "scenariomatch run: nowhere (OperatorPluginPath): there is no such folder\n");
+}
+
+TEST(RunCommand, EndsWithStatusSixWhereOutputCannotBeWritten)
+{
+    EXPECT_EQ(runProgram(kRun + "--events /nowhere/events").status, 6);
+    EXPECT_EQ(runProgram(kRun + "--trace /nowhere/trace").status, 6);
+    const Outcome full = runProgram(kRun + "--events /dev/full");
+    EXPECT_EQ(full.status, 6);
+    EXPECT_EQ(full.talk, "scenariomatch run: /dev/full: the events cannot be written\n");
+}
+
+TEST(RunCommand, ShowsProgressOnlyWhenAskedWithoutATerminal)
+{
+    EXPECT_EQ(runProgram(kRun + "--progress auto").talk, "");
+    EXPECT_EQ(runProgram(kRun + "--progress on").status, 0);
+}
+
+TEST(RunCommand, EndsCleanlyWhenInterrupted)
+{
+    const std::string pipe = temporary("pipe");
+    const std::string xml = temporary("events.xml");
+    ::unlink(pipe.c_str());
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int tracks = ::open(pipe.c_str(), O_RDWR | O_CLOEXEC);
+    std::array<int, 2> events{};
+    ASSERT_EQ(::pipe2(events.data(), O_CLOEXEC), 0);
+    const std::string parameters = kFiles + "params.yaml";
+    const std::string setting = "XML3FileName=" + xml;
+    const std::array<const char*, 11> arguments{
+        kProgram.c_str(),
+        "run",
+        "--params",
+        parameters.c_str(),
+        "--tracks",
+        pipe.c_str(),
+        "--every-frame",
+        "--set=saveXML3File=true",
+        "--set",
+        setting.c_str(),
+        nullptr};
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::dup2(events[1], STDOUT_FILENO);
+        ::execv(kProgram.c_str(), const_cast<char* const*>(arguments.data()));
+        ::_exit(127);
+    }
+    ::close(events[1]);
+    const std::string line =
+        R"({"frame":1,"time":"2026-05-04T10:00:00","actors":[{"id":1,"position":[5,5,0]}]})"
+        "\n";
+    ASSERT_EQ(::write(tracks, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+    // The event comes although the tracks go on: the program now waits for the next frame.
+    char character = 0;
+    while (character != '\n') {
+        ASSERT_EQ(::read(events[0], &character, 1), 1);
+    }
+    ::kill(child, SIGINT);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_THAT(contentOf(xml), testing::EndsWith("</Tarvos>\n"));
+    ::close(tracks);
+    ::close(events[0]);
+}
+
+TEST(RunCommand, HelpsWithTwoExamples)
+{
+    const Outcome outcome = runProgram("run --help");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.talk, "");
+    const std::string examples = outcome.out.substr(outcome.out.rfind("Examples:\n"));
+    EXPECT_EQ(countOf(examples, "\n  scenariomatch "), 2U) << examples;
+    EXPECT_EQ(runProgram("--version").out, "scenariomatch 0.1.0\n");
+}
+
+} // namespace scenariomatch
