@@ -89,7 +89,9 @@ void ScenarioMatchProcess::enterActors()
     }
     m_trace << "\n Starting Actor handling" << actors().size() << '\n';
     for (const auto& actor : actors()) {
-        enterActor(*actor);
+        if (actor) {
+            enterActor(*actor);
+        }
     }
 }
 

@@ -89,14 +89,16 @@ void ProcessFixture::write(const Files& files)
     writeFile(
         "engine.txt", "List {test,\nincludeEngine(settings.txt)\nincludeScenario(models.txt)\n}\n");
     writeFile("objects.txt", kObjects);
+    std::string parameters = files.parameters;
     if (!files.context.empty()) {
         writeFile("context.xml", "<Context>" + files.context + "</Context>");
+        parameters += "RHMContext: \"context.xml\"\n";
     }
     writeFile(
         "parameters.yml",
         "%YAML:1.0\nscenarioRecognitionObjectDescription: \"objects.txt\"\n"
-        "scenarioRecognitionModelFileName: \"engine.txt\"\nRHMContext: \"context.xml\"\n" +
-            files.parameters);
+        "scenarioRecognitionModelFileName: \"engine.txt\"\n" +
+            parameters);
     m_process->setParameterFile(path("parameters.yml"));
     m_process->setCommonFilePath(path(""));
 }
