@@ -433,4 +433,27 @@ TEST(RunCommand, HelpsWithTwoExamples)
     EXPECT_EQ(runProgram("--version").out, "scenariomatch 0.1.0\n");
 }
 
+TEST(RunCommand, ItsExamplesWorkAsPrinted)
+{
+    const std::string folder = temporary("checkout");
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    std::filesystem::copy(
+        SCENARIOMATCH_TEST_DATA "/../../examples",
+        folder + "/examples",
+        std::filesystem::copy_options::recursive);
+    const std::string help = runProgram("run --help").out;
+    std::istringstream examples(help.substr(help.rfind("Examples:\n") + 10));
+    std::string output;
+    for (std::string line; std::getline(examples, line);) {
+        if (line.starts_with("  scenariomatch ")) {
+            const Outcome outcome = runProgram(line.substr(16), "cd " + folder + " && ");
+            EXPECT_EQ(outcome.status, 0) << line;
+            EXPECT_EQ(outcome.talk, "") << line;
+            output = outcome.out;
+        }
+    }
+    EXPECT_THAT(output, HasSubstr("BagLeft"));
+}
+
 } // namespace scenariomatch
