@@ -3,6 +3,25 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+
+namespace
+{
+
+using Lists = std::vector<std::vector<int>>;
+
+// Appends, for each of the rests, the value followed by the rest.
+void appendFollowed(Lists& lists, int value, const Lists& rests)
+{
+    for (const auto& rest : rests) {
+        auto& list = lists.emplace_back();
+        list.reserve(rest.size() + 1);
+        list.push_back(value);
+        std::copy(rest.begin(), rest.end(), std::back_inserter(list));
+    }
+}
+
+} // namespace
 
 unsigned permutation(int n, int k)
 {
@@ -29,10 +48,7 @@ std::vector<std::vector<int>> createPermutationList(std::vector<int> values, int
         }
         std::vector<int> others = values;
         others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
-        for (auto& rest : createPermutationList(std::move(others), k - 1)) {
-            rest.insert(rest.begin(), values[i]);
-            selections.push_back(std::move(rest));
-        }
+        appendFollowed(selections, values[i], createPermutationList(std::move(others), k - 1));
     }
     return selections;
 }
@@ -53,11 +69,7 @@ std::vector<std::vector<int>> createPermutationList(std::vector<int> sizes)
     sizes.erase(sizes.begin());
     const auto rests = createPermutationList(std::move(sizes));
     for (int i = 0; i < first; ++i) {
-        for (const auto& rest : rests) {
-            std::vector<int> tuple = {i};
-            tuple.insert(tuple.end(), rest.begin(), rest.end());
-            tuples.push_back(std::move(tuple));
-        }
+        appendFollowed(tuples, i, rests);
     }
     return tuples;
 }
