@@ -51,7 +51,7 @@ void ProgressBar::wipe()
 std::string ProgressBar::line(std::size_t frames, double part, double seconds)
 {
     const double rate = seconds > 0.0 ? static_cast<double>(frames) / seconds : 0.0;
-    const std::string work = fmt::format("{} frames, {:.0f}/s", frames, rate);
+    std::string work = fmt::format("{} frames, {:.0f}/s", frames, rate);
     if (part < 0.0) {
         return work;
     }

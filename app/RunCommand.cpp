@@ -44,7 +44,7 @@ constexpr std::array<const char*, 4> kNeededFiles{
 // Why a run ends before its time.
 struct RunFault
 {
-    ExitStatus status;
+    int status;
     std::string reason;
 };
 
@@ -152,7 +152,7 @@ public:
     int perform();
 
 private:
-    bool fail(ExitStatus status, const std::string& reason);
+    bool fail(int status, const std::string& reason);
 
     bool prepareReader();
     bool prepareGround(TrackReaderOptions& readerOptions);
@@ -205,7 +205,7 @@ int Run::perform()
 }
 
 // Keeps the first fault; always false.
-bool Run::fail(ExitStatus status, const std::string& reason)
+bool Run::fail(int status, const std::string& reason)
 {
     if (!m_fault) {
         m_fault = {status, reason};
