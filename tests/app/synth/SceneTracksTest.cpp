@@ -315,7 +315,7 @@ TEST(SceneTracks, LetsTheCrowdWalkRunAndStopAsAskedFor)
             tooFast += speed >= 4.02 ? 1 : 0;
         }
     }
-    const double all = static_cast<double>(still + slow + walking + running);
+    const auto all = static_cast<double>(still + slow + walking + running);
     EXPECT_EQ(tooFast, 0U);
     // A way takes about ten seconds, a stop five after six ways of ten, a run of one way in twenty
     // three and a half.

@@ -17,13 +17,13 @@ namespace
 class SynthCommandTest : public testing::Test
 {
 protected:
-    SynthCommandTest()
+    void SetUp() override
     {
         std::string name = (std::filesystem::temp_directory_path() / "synth-XXXXXX").string();
         m_folder = mkdtemp(name.data());
     }
 
-    ~SynthCommandTest() override
+    void TearDown() override
     {
         std::error_code ignored;
         std::filesystem::remove_all(m_folder, ignored);
