@@ -48,7 +48,11 @@ TEST_F(CSEngineComposite, CompletesWithAnEarlierRecognition)
     runFrame(1, 1.0, {{7, "Person", 1.0}});
     runFrame(2, 11.0, {{7, "Person", 3.0}});
     EXPECT_EQ(endedNow(), Lines({"1 High 2..2 p=7", "2 Rise 1..2 a=0 b=1 q=7"}));
-    EXPECT_EQ(find("Rise")->m_start, find("Low")->m_start);
+    const auto* rise = find("Rise");
+    const auto* low = find("Low");
+    ASSERT_NE(rise, nullptr);
+    ASSERT_NE(low, nullptr);
+    EXPECT_EQ(rise->m_start, low->m_start);
     EXPECT_EQ(m_engine.statistics().completions, 1);
     EXPECT_EQ(m_engine.statistics().tested, 3);
     EXPECT_EQ(m_engine.statistics().accepted, 2);
@@ -251,8 +255,9 @@ TEST_F(CSEngineComposite, MultipliesTheConfidencesOfItsComponents)
         " Components((a : PrimitiveState Sure(p))(b : PrimitiveState Sure(q))))\n",
         "Sure,Pair");
     runFrame(1, 1.0, {{7, "Person", 0.5}, {8, "Person", 0.5}});
-    ASSERT_NE(find("Pair"), nullptr);
-    EXPECT_EQ(find("Pair")->m_confidence, 0.25);
+    const auto* pair = find("Pair");
+    ASSERT_NE(pair, nullptr);
+    EXPECT_EQ(pair->m_confidence, 0.25);
     EXPECT_EQ(endedNow().size(), 4U);
     runFrame(2, 1000.0, {{7, "Person", 0.5}, {8, "Person", 0.375}});
     EXPECT_EQ(endedNow().size(), 2U) << "0.1875 is below the threshold";

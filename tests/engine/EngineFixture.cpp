@@ -117,7 +117,7 @@ EngineFixture::EngineFixture()
         {{"Person", {"Person", "Child"}}, {"Child", {"Child"}}, {"Zone", {"Zone"}}});
 }
 
-EngineFixture::~EngineFixture()
+void EngineFixture::TearDown()
 {
     CSEngine::h_currentTime.clear();
     CSEngine::m_historySize = 1;

@@ -91,7 +91,7 @@ protected:
     };
 
     EngineFixture();
-    ~EngineFixture() override;
+    void TearDown() override;
 
     FunctionOperator& addOperator(const std::string& name, FunctionOperator::Function function);
     // The operators added are those that models read from now on may use.
