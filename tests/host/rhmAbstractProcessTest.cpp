@@ -69,7 +69,8 @@ TEST(rhmAbstractProcessEventRecognition, CopiesClockPathsAndActors)
     Recogniser source;
     source.setParameterFile("lobby.yml");
     source.setCommonFilePath("models/");
-    source.setActors({QSharedPointer<rhmDataActor>::create()});
+    const auto actor = QSharedPointer<rhmDataActor>::create();
+    source.setActors({actor});
     Recogniser target;
     target.copy(source);
     EXPECT_EQ(target.getSynchronizer(), source.getSynchronizer());

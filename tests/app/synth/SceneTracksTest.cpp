@@ -2,13 +2,13 @@
 
 #include "app/FrameClock.h"
 #include "tests/app/synth/SceneText.h"
+#include "types/TextFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 
 namespace scenariomatch
 {
@@ -18,9 +18,9 @@ namespace
 
 std::string wholeFile(const std::string& name)
 {
-    std::ifstream file(name, std::ios::binary);
-    EXPECT_TRUE(file.good()) << name;
-    return {std::istreambuf_iterator<char>(file), {}};
+    const auto text = scenariomatch::readTextFile(name);
+    EXPECT_TRUE(text.has_value()) << name;
+    return text.value_or("");
 }
 
 // The x of the only object in each frame, -1 where there is none.

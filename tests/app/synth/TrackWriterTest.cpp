@@ -2,6 +2,7 @@
 
 #include "app/FrameClock.h"
 #include "tests/app/synth/SceneText.h"
+#include "types/TextFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,8 +74,8 @@ std::vector<TrackFrame> readBack(const std::string& text, TrackFormat format)
 
 std::vector<TrackFrame> smallScene()
 {
-    std::ifstream file(SCENARIOMATCH_TEST_DATA "/app/synth/small.yaml", std::ios::binary);
-    return framesOf({std::istreambuf_iterator<char>(file), {}});
+    return framesOf(
+        scenariomatch::readTextFile(SCENARIOMATCH_TEST_DATA "/app/synth/small.yaml").value_or(""));
 }
 
 // Without the frames in which nothing is seen.
