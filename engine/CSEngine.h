@@ -188,6 +188,7 @@ private:
     void announce(const char* step) const;
 
     // Operators
+    void installFailureHandler();
     void noteOperatorFailure(const CSOperatorInterfaceAbstract& op, const std::string& what);
 
     // Agents

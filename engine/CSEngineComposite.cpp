@@ -1,10 +1,12 @@
 #include "engine/Agents.h"
+#include "engine/Arguments.h"
 #include "engine/CSEngine.h"
 
 #include <algorithm>
 #include <utility>
 
 using scenariomatch::agentIdentifier;
+using scenariomatch::argumentAt;
 using scenariomatch::CompletionRejection;
 using scenariomatch::isPhysicalObject;
 using scenariomatch::RecognisedScenarios;
@@ -62,6 +64,9 @@ struct CSEngine::Attempt
 void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded)
 {
     preparePlans();
+    if (!m_currentTime) {
+        return;
+    }
     for (const auto& [name, seeds] : seeded) {
         Instances pending;
         Instances completed;
@@ -224,14 +229,13 @@ std::optional<CompletionRejection> CSEngine::joinParticipants(
     const CSScenarioInstance& recognised) const
 {
     for (const auto& [position, variable] : recognised.m_scenario->m_physicalObjects) {
-        const auto index = static_cast<std::size_t>(position);
-        if (index >= component.m_arguments.size()) {
+        const std::string* argument = argumentAt(component, position);
+        if (argument == nullptr) {
             continue;
         }
         const auto found = recognised.m_bindings.find(variable);
         const auto agent = found == recognised.m_bindings.end() ? nullptr : found->second;
-        const auto [bound, isNew] =
-            candidate.m_bindings.try_emplace(component.m_arguments[index], agent);
+        const auto [bound, isNew] = candidate.m_bindings.try_emplace(*argument, agent);
         if (!isNew && agentIdentifier(bound->second) != agentIdentifier(agent)) {
             return CompletionRejection::DifferentParticipant;
         }
@@ -245,6 +249,9 @@ std::optional<CompletionRejection> CSEngine::joinParticipants(
 void CSEngine::recogniseComplexEvent(
     const InstancesByModel& candidates, InstancesByModel& newInstances)
 {
+    if (!m_currentTime) {
+        return;
+    }
     for (const auto& [name, instances] : candidates) {
         for (const auto& instance : instances) {
             if (instance->m_scenario->m_kind != "PrimitiveState") {

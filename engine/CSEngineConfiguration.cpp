@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <iostream>
+#include <set>
 #include <utility>
 
 namespace
@@ -20,11 +21,11 @@ void forEachModel(
     }
 }
 
-bool hasModel(const CSAllScenarios& scenarios, const std::string& name)
+std::set<std::string> namesOf(const CSAllScenarios& scenarios)
 {
-    bool found = false;
-    forEachModel(scenarios, [&](const auto& model) { found = found || model->m_name == name; });
-    return found;
+    std::set<std::string> names;
+    forEachModel(scenarios, [&names](const auto& model) { names.insert(model->m_name); });
+    return names;
 }
 
 void keepUsedModels(CSAllScenarios& scenarios)
@@ -45,6 +46,7 @@ void CSEngine::announce(const char* step) const
 
 void CSEngine::read(const std::string& fileName)
 {
+    installFailureHandler();
     m_plansAreCurrent = false;
     announce("Read the scenario models");
     m_allScenarios = std::make_unique<CSAllScenarios>();
@@ -108,14 +110,16 @@ void CSEngine::readEnvVars(const std::string& fileName)
 
 void CSEngine::chooseScenarioModels()
 {
+    const std::set<std::string> names = namesOf(*m_allScenarios);
     for (const std::string& name : m_usedModels) {
-        if (!hasModel(*m_allScenarios, name)) {
+        if (!names.contains(name)) {
             std::cerr << "Warning: the scenario model: " << name << " does not exist!\n";
         }
-        forEachModel(*m_allScenarios, [&](const auto& model) {
-            model->m_used = model->m_used || model->m_name == name;
-        });
     }
+    const std::set<std::string> used(m_usedModels.begin(), m_usedModels.end());
+    forEachModel(*m_allScenarios, [&used](const auto& model) {
+        model->m_used = model->m_used || used.contains(model->m_name);
+    });
     keepUsedModels(*m_allScenarios);
 }
 
@@ -134,9 +138,10 @@ void CSEngine::checkScenarioModelsConstraints()
 
 void CSEngine::checkScenarioModels()
 {
-    forEachModel(*m_allScenarios, [this](const auto& model) {
+    const std::set<std::string> names = namesOf(*m_allScenarios);
+    forEachModel(*m_allScenarios, [&names](const auto& model) {
         for (const auto& component : model->m_components) {
-            if (!hasModel(*m_allScenarios, component->m_modelName)) {
+            if (!names.contains(component->m_modelName)) {
                 std::cerr << "Warning: the component " << component->m_modelName
                           << " is not defined but it is used in the scenario " << model->m_name
                           << '\n';

@@ -14,6 +14,7 @@ bool compare_scenario_end(
 
 void CSEngine::infer()
 {
+    installFailureHandler();
     InstancesByModel newInstances;
     InstancesByModel candidates;
     recognisePrimitiveState(newInstances);
@@ -37,6 +38,10 @@ void CSEngine::infer()
 int CSEngine::addRecognisedEvent(
     const std::shared_ptr<CSScenarioInstance>& instance, std::shared_ptr<CSTimeStamp>& startOut)
 {
+    if (!m_currentTime) {
+        startOut.reset();
+        return -1;
+    }
     const CSScenarioInstance& recognised = recordInstance(instance);
     startOut = recognised.m_start;
     return recognised.m_id;
@@ -55,8 +60,11 @@ CSScenarioInstance& CSEngine::recordInstance(const std::shared_ptr<CSScenarioIns
     if (earlier != nullptr) {
         return extendRecognised(*earlier, instance->m_confidence);
     }
-    addNew(instance);
-    return *instance;
+    // An object that stands in the list already is recognised a second time as another one.
+    const bool isThere = m_recognisedScenarios.has(*instance);
+    const auto added = isThere ? std::make_shared<CSScenarioInstance>(*instance) : instance;
+    addNew(added);
+    return *added;
 }
 
 CSScenarioInstance&

@@ -1,4 +1,5 @@
 #include "engine/Agents.h"
+#include "engine/Arguments.h"
 #include "engine/ConstraintsHold.h"
 #include "engine/CSEngine.h"
 
@@ -6,6 +7,7 @@
 #include <utility>
 
 using scenariomatch::agentIdentifier;
+using scenariomatch::argumentAt;
 using scenariomatch::PrimitivePlan;
 
 namespace
@@ -175,10 +177,9 @@ void CSEngine::seedComponent(
 {
     seed.m_bindings[component.m_variable] = refreshComponent(recognised, m_currentTime);
     for (const auto& [position, variable] : recognised.m_scenario->m_physicalObjects) {
-        const auto index = static_cast<std::size_t>(position);
-        if (index < component.m_arguments.size()) {
+        if (const std::string* argument = argumentAt(component, position)) {
             const auto agent = recognised.m_bindings.find(variable);
-            seed.m_bindings[component.m_arguments[index]] =
+            seed.m_bindings[*argument] =
                 agent == recognised.m_bindings.end() ? nullptr : agent->second;
         }
     }

@@ -1,5 +1,7 @@
 #include "engine/ComponentLookups.h"
 
+#include "engine/Arguments.h"
+
 #include <algorithm>
 #include <map>
 
@@ -43,10 +45,9 @@ lookupOf(const CSScenario& model, const CComponent& component, const ModelsByNam
         return {};
     }
     for (const auto& [position, variable] : named->second.front()->m_physicalObjects) {
-        const auto index = static_cast<std::size_t>(position);
-        if (index < component.m_arguments.size() &&
-            isArgumentOfAnother(model, component, component.m_arguments[index])) {
-            return {component.m_arguments[index], variable};
+        const std::string* argument = argumentAt(component, position);
+        if (argument != nullptr && isArgumentOfAnother(model, component, *argument)) {
+            return {*argument, variable};
         }
     }
     return {};

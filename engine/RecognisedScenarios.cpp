@@ -175,7 +175,8 @@ RecognisedScenarios::Entry* RecognisedScenarios::findExtensible(
     const Group* group = &index.all;
     const bool isOneModel =
         !index.mixed && index.model == model.get() && index.variables == participants.size();
-    if (isOneModel) {
+    // A negative prolongation ends the walk at whatever ended now, so that all are walked over.
+    if (isOneModel && prolongation >= 0.0) {
         const auto same = index.byParticipants.find(hashOf(participants));
         if (same == index.byParticipants.end()) {
             return nullptr;

@@ -65,6 +65,8 @@ public:
 
     const std::list<Instance>& list() const { return m_list.items(); }
 
+    bool has(const CSScenarioInstance& instance) const { return m_entries.contains(&instance); }
+
     // Whether the list is in order: nothing was extended or added since the last sort.
     bool isSorted() const { return m_touched.empty(); }
 

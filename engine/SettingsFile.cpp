@@ -68,14 +68,14 @@ public:
     void add(std::string_view line)
     {
         const auto begin = line.find_first_not_of(" \t");
-        appendLine(m_text, begin == std::string_view::npos ? "" : line.substr(begin));
         const auto opened = std::count(line.begin(), line.end(), '(');
-        const auto closed = std::count(line.begin(), line.end(), ')');
-        m_depth += opened - closed;
         m_hasGroup = m_hasGroup || opened != 0;
         if (!m_hasGroup) {
-            m_text.clear();
-        } else if (m_depth == 0) {
+            return;
+        }
+        appendLine(m_text, begin == std::string_view::npos ? "" : line.substr(begin));
+        m_depth += opened - std::count(line.begin(), line.end(), ')');
+        if (m_depth == 0) {
             finish();
         }
     }

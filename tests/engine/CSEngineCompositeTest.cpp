@@ -247,6 +247,17 @@ TEST_F(CSEngineComposite, UpdatesThePseudoAgentOfWhatIsLookedUp)
     EXPECT_EQ(interval->m_end->m_frameID, 2);
 }
 
+TEST_F(CSEngineComposite, PassesNothingForAnEmptyArgumentList)
+{
+    readModels(
+        kLowAndHigh + "CompositeEvent(Both, PhysicalObjects((q : Person))"
+                      " Components((a : PrimitiveState Low())(b : PrimitiveState High()))"
+                      " Constraints((a->Interval overlap b->Interval)))\n",
+        "Low,High,Both");
+    runFrame(1, 1.0, {{7, "Person", 1.0}, {8, "Person", 3.0}});
+    EXPECT_EQ(endedNow(), Lines({"0 High 1..1 p=8", "1 Low 1..1 p=7", "2 Both 1..1 a=1 b=0"}));
+}
+
 TEST_F(CSEngineComposite, MultipliesTheConfidencesOfItsComponents)
 {
     readModels(

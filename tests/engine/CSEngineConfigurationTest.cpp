@@ -187,6 +187,12 @@ TEST_F(CSEngineConfiguration, IgnoresUnknownKeywordsAndLinesWithoutParentheses)
     EXPECT_EQ(modelNames(), Lines({"There"}));
 }
 
+TEST_F(CSEngineConfiguration, SkipsALineThatOnlyClosesAParenthesis)
+{
+    EXPECT_EQ(readSettings("Engine {\ns,\n)\nUsedModels(A,B)\n}\n"), "");
+    EXPECT_EQ(m_engine.m_usedModels, Lines({"A", "B"}));
+}
+
 TEST_F(CSEngineConfiguration, ReadsSeveralBlocks)
 {
     EXPECT_EQ(

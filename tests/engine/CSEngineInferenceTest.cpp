@@ -140,6 +140,47 @@ TEST_F(CSEngineInference, AddsARecognitionToTheList)
     EXPECT_EQ(alive(), Lines({"0 There 3..3 p=9"}));
 }
 
+TEST_F(CSEngineInference, AddsAnObjectThatIsInTheListASecondTimeAsAnotherInstance)
+{
+    readThere();
+    m_engine.setCurrentTime(stamp(3, 3.0), 3);
+    const auto instance =
+        std::make_shared<CSScenarioInstance>(model(), stamp(3, 3.0), stamp(3, 3.0));
+    instance->m_bindings["p"] = std::make_shared<CSAgent>(9, false);
+    std::shared_ptr<CSTimeStamp> start;
+    EXPECT_EQ(m_engine.addRecognisedEvent(instance, start), 0);
+    EXPECT_EQ(m_engine.addRecognisedEvent(instance, start), 1);
+    m_engine.sortRecognisedScenarios();
+    EXPECT_EQ(alive(), Lines({"0 There 3..3 p=9", "1 There 3..3 p=9"}));
+}
+
+TEST_F(CSEngineInference, RecognisesNothingBeforeTheFirstTime)
+{
+    readThere();
+    CSEngine::InstancesByModel none;
+    const auto instance = std::make_shared<CSScenarioInstance>(model(), nullptr, nullptr);
+    std::shared_ptr<CSTimeStamp> start = stamp(1, 1.0);
+    EXPECT_EQ(m_engine.addRecognisedEvent(instance, start), -1);
+    EXPECT_EQ(start, nullptr);
+    m_engine.createComplexEvent(none, {{"There", {instance}}});
+    m_engine.recogniseComplexEvent({{"There", {instance}}}, none);
+    m_engine.infer();
+    EXPECT_TRUE(none.empty());
+    EXPECT_EQ(alive(), Lines({}));
+}
+
+TEST_F(CSEngineInference, EndsTheWalkAtWhatEndedNowWhenTheProlongationIsNegative)
+{
+    readThere();
+    m_engine.m_constProlongation = -1.0;
+    runFrame(1, 10.0, {{1, "Person", 1.0}, {2, "Person", 1.0}});
+    EXPECT_EQ(alive(), Lines({"0 There 1..1 p=1", "1 There 1..1 p=2"}));
+    // The clock goes back by two seconds: the first is extended, which then ends the walk for the
+    // second.
+    runFrame(2, 8.0, {{1, "Person", 1.0}, {2, "Person", 1.0}});
+    EXPECT_EQ(alive(), Lines({"1 There 1..1 p=2", "0 There 1..2 p=1", "2 There 2..2 p=2"}));
+}
+
 TEST_F(CSEngineInference, KeepsTheEarlierStartOfANewInstance)
 {
     readThere();

@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 
 namespace scenariomatch
 {
@@ -140,6 +141,37 @@ TEST_F(CSEngineOperators, AppliesADeclaredOperatorToModels)
     EXPECT_EQ(
         endedNow(),
         Lines({"3 Beside 3..3 c=2 p=1", "4 Beside 3..3 c=2 p=2", "5 Again 1..3 a=0 b=3 c=2 p=1"}));
+}
+
+TEST_F(CSEngineOperators, LeavesNoOperatorOfItsOwnBehind)
+{
+    {
+        CSEngine engine;
+        const std::string file =
+            m_folder.write("own.txt", "operator own(p : Person) { p->P near 1 }\n");
+        for (const auto& op : m_operators) {
+            engine.addOperator(*op);
+        }
+        engine.readOperatorAgent(file);
+        EXPECT_TRUE(CConstraint::m_allOperators.contains("own"));
+    }
+    EXPECT_FALSE(CConstraint::m_allOperators.contains("own"));
+}
+
+TEST_F(CSEngineOperators, TellsTheEngineAtWorkOfAFailureAfterAnotherOneIsGone)
+{
+    addOperator("broken", [](const auto&) -> std::shared_ptr<CSBasicType> {
+        throw std::runtime_error("on purpose");
+    });
+    publishOperators();
+    readModels(
+        "PrimitiveState(Broken, PhysicalObjects((p : Person)) Constraints((broken(p->P))))\n",
+        "Broken");
+    {
+        const CSEngine other;
+    }
+    runFrame(1, 1.0, {{1, "Person", 1.0}});
+    EXPECT_EQ(m_engine.operatorFailures(), 1U);
 }
 
 TEST_F(CSEngineOperators, IsFalseForADeclaredOperatorThatFitsNoCall)

@@ -61,6 +61,13 @@ bool isSeeded(const ReferenceInstance& instance)
     return instance.m_bindings.contains(model.m_components.at(trigger)->m_variable);
 }
 
+// The variable that a component passes at a position; empty where it passes none.
+std::string argumentAt(const CComponent& component, int position)
+{
+    const auto index = static_cast<std::size_t>(position);
+    return index < component.m_arguments.size() ? component.m_arguments[index] : std::string();
+}
+
 } // namespace
 
 unsigned referencePermutations(int n, int k)
@@ -341,9 +348,8 @@ void ReferenceMatcher::seed(
         pseudo->set("Name", std::make_shared<CSString>(name), frame);
         made->m_bindings[as.m_variable] = pseudo;
         for (const auto& [position, variable] : recognised.m_scenario->m_physicalObjects) {
-            if (position < static_cast<int>(as.m_arguments.size())) {
-                made->m_bindings[as.m_arguments.at(static_cast<std::size_t>(position))] =
-                    boundTo(recognised.m_bindings, variable);
+            if (const std::string argument = argumentAt(as, position); !argument.empty()) {
+                made->m_bindings[argument] = boundTo(recognised.m_bindings, variable);
             }
         }
     }
@@ -445,10 +451,10 @@ bool ReferenceMatcher::passUp(
     ReferenceInstance& to, const ReferenceInstance& from, const CComponent& as)
 {
     for (const auto& [position, variable] : from.m_scenario->m_physicalObjects) {
-        if (position >= static_cast<int>(as.m_arguments.size())) {
+        const std::string argument = argumentAt(as, position);
+        if (argument.empty()) {
             continue;
         }
-        const std::string& argument = as.m_arguments.at(static_cast<std::size_t>(position));
         const std::shared_ptr<CSAgent> agent = boundTo(from.m_bindings, variable);
         if (!to.m_bindings.contains(argument)) {
             to.m_bindings[argument] = agent;
