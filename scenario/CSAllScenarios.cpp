@@ -1,6 +1,7 @@
 #include "scenario/CSAllScenarios.h"
 
 #include "scenario/AgentOperator.h"
+#include "scenario/SharedConstants.h"
 #include "scenario/TextPieces.h"
 #include "types/NumberText.h"
 #include "types/TextFile.h"
@@ -106,13 +107,18 @@ void CSAllScenarios::readText(
     std::string_view text = content;
     takeHeader(text, m_name);
     std::string declaration;
+    std::optional<scenariomatch::SharedConstants> constants;
     while (takeDeclaration(text, declaration)) {
         const std::string keyword = keywordOf(declaration);
         if (keyword == "CONSTANT") {
             readConstants(declaration);
+            constants.reset();
         } else if (std::find(kKinds.begin(), kKinds.end(), keyword) != kKinds.end()) {
+            if (!constants) {
+                constants.emplace(m_constants);
+            }
             auto model = std::make_shared<CSScenario>();
-            model->read(declaration, keyword, m_constants, alarmLevels);
+            model->read(declaration, keyword, *constants, alarmLevels);
             m_scenariosByKind[keyword].push_back(std::move(model));
         } else {
             std::cerr << place << "word " << keyword << " is not recognised. Check it!\n";
@@ -154,7 +160,7 @@ void CSAllScenarios::rewriteAgentOperator(const scenariomatch::AgentOperators& d
             const scenariomatch::RewrittenCalls calls =
                 scenariomatch::rewriteCalls(*constraint, declared, model.m_variableTypes);
             for (CConstraint* node : calls.m_nodes) {
-                node->fillConstraintsConstants(model.m_constants);
+                node->fillConstraintsConstants(*model.m_constants);
             }
             if (!calls.m_tooLarge.empty()) {
                 std::cerr << "Warning: Operator " << calls.m_tooLarge

@@ -1,5 +1,6 @@
 #include "scenario/CSScenario.h"
 
+#include "scenario/SharedConstants.h"
 #include "scenario/TextPieces.h"
 #include "types/NumberText.h"
 
@@ -183,9 +184,19 @@ void CSScenario::read(
     std::map<std::string, double> constants,
     std::map<std::string, int> alarmLevels)
 {
+    scenariomatch::SharedConstants shared(std::move(constants));
+    read(text, kind, shared, alarmLevels);
+}
+
+void CSScenario::read(
+    const std::string& text,
+    const std::string& kind,
+    scenariomatch::SharedConstants& constants,
+    const std::map<std::string, int>& alarmLevels)
+{
     m_id = m_number++;
     m_kind = kind;
-    m_constants = std::move(constants);
+    m_constants = constants.table();
     std::string_view rest = withoutLeadingBlanks(textAfter(text, '('));
     std::string_view name = textBefore(rest, ',');
     rest = textAfter(rest, ',');
@@ -193,7 +204,8 @@ void CSScenario::read(
         m_confidenceThreshold = stringToDouble(std::string(textBefore(name.substr(open + 1), ']')));
         name = name.substr(0, open);
     } else {
-        m_confidenceThreshold = m_constants[kind];
+        m_constants = constants.tableWithThreshold(kind);
+        m_confidenceThreshold = m_constants->at(kind);
     }
     m_name = name;
     while (rest.find('(') != std::string_view::npos) {
@@ -323,6 +335,6 @@ void CSScenario::classifyConstraints()
 void CSScenario::fillConstraintsConstants()
 {
     for (const std::unique_ptr<CConstraint>& constraint : m_constraints) {
-        constraint->fillConstraintsConstants(m_constants);
+        constraint->fillConstraintsConstants(*m_constants);
     }
 }

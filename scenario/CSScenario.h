@@ -10,6 +10,11 @@
 #include <string>
 #include <vector>
 
+namespace scenariomatch
+{
+class SharedConstants;
+}
+
 // One scenario model: what it is called, whom it involves, what it is made of and what must hold.
 //
 //     PrimitiveState(Inside[0.5],
@@ -38,6 +43,12 @@ public:
         const std::string& kind,
         std::map<std::string, double> constants,
         std::map<std::string, int> alarmLevels);
+    // The same for one of many models, which share the constants.
+    void read(
+        const std::string& text,
+        const std::string& kind,
+        scenariomatch::SharedConstants& constants,
+        const std::map<std::string, int>& alarmLevels);
 
     // The section readers, each given the body of its section.
     void readPhysicalObjects(std::string body);
@@ -75,8 +86,10 @@ public:
 
     // Whether the model takes part in recognition; kept by the engine's checks.
     bool m_used = false;
-    // The constants that the model was read with.
-    std::map<std::string, double> m_constants;
+    // The constants that the model was read with; never null. Models read with the same constants
+    // share the table.
+    std::shared_ptr<const std::map<std::string, double>> m_constants =
+        std::make_shared<const std::map<std::string, double>>();
     // The component whose recognition completes a candidate, and the one that is looked up first
     // among what has been recognised; -1 when there is none. Set by createModelTree.
     std::int32_t m_triggerIndex = -1;

@@ -151,7 +151,7 @@ TEST(CSAllScenarios, ReadsConstantsForTheModelsAfterThem)
     EXPECT_EQ(read.model("PrimitiveState", 0).m_confidenceThreshold, 0.0);
     EXPECT_EQ(read.model("PrimitiveState", 1).m_confidenceThreshold, 0.25);
     EXPECT_EQ(
-        read.model("PrimitiveState", 1).m_constants,
+        *read.model("PrimitiveState", 1).m_constants,
         (Constants{{"Far", 100.0}, {"Limit", 3.0}, {"PrimitiveState", 0.25}}));
     EXPECT_EQ(read.m_scenarios.m_constants.at("Limit"), 9.0);
 }
@@ -177,8 +177,61 @@ TEST(CSAllScenarios, ForgetsTheConstantsOfTheFileBefore)
     const auto& models = scenarios.m_scenariosByKind.at("PrimitiveState");
     ASSERT_EQ(models.size(), 2U);
     EXPECT_EQ(models[0]->m_name, models[1]->m_name);
-    EXPECT_TRUE(models[0]->m_constants.contains("Limit"));
-    EXPECT_FALSE(models[1]->m_constants.contains("Limit"));
+    EXPECT_TRUE(models[0]->m_constants->contains("Limit"));
+    EXPECT_FALSE(models[1]->m_constants->contains("Limit"));
+}
+
+TEST(CSAllScenarios, KeepsBothModelsWhenTwoFilesDeclareOneName)
+{
+    const TemporaryFile first("Scenarios{A,\nPrimitiveState(X, Alarm((Text : first)))\n}\n");
+    const TemporaryFile second("Scenarios{B,\nPrimitiveState(X, Alarm((Text : second)))\n"
+                               "CompositeEvent(X, Alarm((Text : third)))\n}\n");
+    CSAllScenarios scenarios;
+    scenarios.read(first.path(), {}, {});
+    scenarios.read(second.path(), {}, {});
+    const auto& states = scenarios.m_scenariosByKind.at("PrimitiveState");
+    ASSERT_EQ(states.size(), 2U);
+    EXPECT_EQ(states[0]->m_name, "X");
+    EXPECT_EQ(states[0]->m_alarmText, "first");
+    EXPECT_EQ(states[1]->m_name, "X");
+    EXPECT_EQ(states[1]->m_alarmText, "second");
+    const auto& events = scenarios.m_scenariosByKind.at("CompositeEvent");
+    ASSERT_EQ(events.size(), 1U);
+    EXPECT_EQ(events[0]->m_name, "X");
+    EXPECT_EQ(events[0]->m_alarmText, "third");
+    EXPECT_NE(states[0]->m_id, states[1]->m_id);
+}
+
+TEST(CSAllScenarios, SharesTheConstantsOfModelsWithNoConstantBetween)
+{
+    const ReadModels read("Scenarios{L,\nCONSTANT(Far 7)\n"
+                          "PrimitiveState(A[0.5],)\nPrimitiveState(B,)\nPrimitiveState(C[0.5],)\n"
+                          "PrimitiveState(D,)\nCONSTANT(Far 8)\nPrimitiveState(E[0.5],)\n}\n");
+    const auto table = [&](std::size_t index) {
+        return read.model("PrimitiveState", index).m_constants;
+    };
+    EXPECT_EQ(*table(0), (Constants{{"Far", 7.0}}));
+    EXPECT_EQ(table(2), table(0));
+    EXPECT_EQ(*table(1), (Constants{{"Far", 7.0}, {"PrimitiveState", 0.0}}));
+    EXPECT_EQ(table(3), table(1));
+    EXPECT_EQ(*table(4), (Constants{{"Far", 8.0}}));
+    EXPECT_EQ(read.m_scenarios.m_constants, (Constants{{"Far", 8.0}}));
+}
+
+// A table for each model would take tens of gigabytes.
+TEST(CSAllScenarios, KeepsNoTableOfConstantsPerModel)
+{
+    std::string text = "Scenarios{L,\n";
+    for (int i = 0; i < 20'000; ++i) {
+        text += "CONSTANT(Limit" + std::to_string(i) + " 1)\n";
+    }
+    for (int i = 0; i < 20'000; ++i) {
+        text += "PrimitiveState(A,)\nPrimitiveEvent(B[0.5],)\n";
+    }
+    const ReadModels read(text + "}\n");
+    EXPECT_EQ(read.names("PrimitiveState").size(), 20'000U);
+    EXPECT_EQ(read.model("PrimitiveState", 19'999).m_constants->size(), 20'001U);
+    EXPECT_EQ(read.model("PrimitiveEvent", 19'999).m_constants->size(), 20'000U);
 }
 
 TEST(CSAllScenarios, ReportsAnUnknownWordAndReadsOn)

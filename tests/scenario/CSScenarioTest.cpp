@@ -105,7 +105,7 @@ TEST(CSScenario, EntersAMissingThresholdIntoItsOwnTable)
     const Constants constants = {{"Limit", 2.0}};
     const auto model = modelFrom("PrimitiveState(Enter,)", "PrimitiveState", constants);
     EXPECT_EQ(model->m_confidenceThreshold, 0.0);
-    EXPECT_EQ(model->m_constants, (Constants{{"Limit", 2.0}, {"PrimitiveState", 0.0}}));
+    EXPECT_EQ(*model->m_constants, (Constants{{"Limit", 2.0}, {"PrimitiveState", 0.0}}));
     EXPECT_EQ(constants.size(), 1U);
 }
 
