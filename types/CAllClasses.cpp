@@ -7,11 +7,13 @@
 namespace
 {
 
-bool readLine(std::istream& lines, std::string& line)
+// Counts the lines it reads.
+bool readLine(std::istream& lines, std::string& line, int& number)
 {
     if (!std::getline(lines, line)) {
         return false;
     }
+    ++number;
     if (line.ends_with('\r')) {
         line.pop_back();
     }
@@ -33,13 +35,15 @@ void CAllClasses::readText(const std::string& text)
 {
     std::istringstream lines(text);
     std::string line;
+    int number = 0;
     CClass type;
-    while (readLine(lines, line)) {
+    while (readLine(lines, line, number)) {
         if (line.find("class") == std::string::npos) {
             continue;
         }
+        type.m_line = number;
         std::string block = line;
-        while (line.find('}') == std::string::npos && readLine(lines, line)) {
+        while (line.find('}') == std::string::npos && readLine(lines, line, number)) {
             block += line;
         }
         type.read(block);

@@ -59,4 +59,5 @@ void CClass::clear()
     m_attributeNames.clear();
     m_attributeTypes.clear();
     m_constant = false;
+    m_line = 0;
 }

@@ -33,4 +33,7 @@ public:
     std::vector<std::string> m_attributeNames;
     std::vector<std::string> m_attributeTypes;
     bool m_constant = false;
+    // Line of the file where the block begins, counted from 1; 0 for a record that no file has
+    // filled.
+    int m_line = 0;
 };

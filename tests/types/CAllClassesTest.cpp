@@ -134,6 +134,14 @@ TEST(CAllClasses, ReadsALastLineWithoutALineBreak)
     EXPECT_THAT(namesOf("class Zone {\nconstant true;\n}"), ElementsAre("Zone"));
 }
 
+TEST(CAllClasses, KnowsTheLineWhereEachBlockBegins)
+{
+    const auto types = typesOf("remark\r\n\nclass A {\nconstant false;\n}\nclass B { }\n");
+    ASSERT_EQ(types.size(), 2U);
+    EXPECT_EQ(types[0].m_line, 3);
+    EXPECT_EQ(types[1].m_line, 6);
+}
+
 TEST(CAllClasses, StartsEachBlockWithAnEmptyRecord)
 {
     const std::vector<CClass> types =
