@@ -2,6 +2,7 @@
 
 #include "app/ExitStatus.h"
 #include "app/InstalledFiles.h"
+#include "app/OptionChecks.h"
 
 #include <QDir>
 #include <QPluginLoader>
@@ -11,7 +12,6 @@
 #include <exception>
 #include <filesystem>
 #include <fmt/format.h>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <stdexcept>
@@ -113,14 +113,15 @@ void printText(const OperatorModules& modules, std::ostream& out)
 void printSkipped(const OperatorModules& modules, std::ostream& talk)
 {
     for (const SkippedModule& skipped : modules.skipped) {
-        talk << "operators: " << skipped.file << " was skipped: " << skipped.reason << '\n';
+        talk << "scenariomatch operators: " << skipped.file << " was skipped: " << skipped.reason
+             << '\n';
     }
     for (std::size_t i = 1; i < modules.modules.size(); ++i) {
         const OperatorModule& first = modules.modules[i - 1];
         const OperatorModule& second = modules.modules[i];
         if (first.name == second.name) {
-            talk << "operators: " << first.file << " and " << second.file << " are both named "
-                 << first.name << "; only one of them is used\n";
+            talk << "scenariomatch operators: " << first.file << " and " << second.file
+                 << " are both named " << first.name << "; only one of them is used\n";
         }
     }
 }
@@ -173,15 +174,23 @@ OperatorModules loadOperatorModules(const std::string& path)
     return found;
 }
 
+bool hasPluginFile(const std::string& path)
+{
+    const QDir folder(QString::fromStdString(path));
+    const QStringList files = folder.entryList(QDir::Files, QDir::Name);
+    return std::any_of(files.begin(), files.end(), [&folder](const QString& file) {
+        return !QPluginLoader(folder.absoluteFilePath(file)).metaData().isEmpty();
+    });
+}
+
 CLI::App* addOperatorsCommand(CLI::App& program, OperatorsOptions& options)
 {
     CLI::App* const command = program.add_subcommand("operators", "List operators");
     command->add_option(
         "--path", options.path, "Folder of operator modules; default: the installed ones");
-    const std::map<std::string, OperatorsFormat> formats{
+    const Choices<OperatorsFormat> formats{
         {"text", OperatorsFormat::Text}, {"json", OperatorsFormat::Json}};
-    command->add_option("--format", options.format, "text (default) or json")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
+    addChoice(*command, "--format", options.format, formats, "text (default) or json")
         ->type_name("FORMAT");
     command->footer("Examples:\n"
                     "  scenariomatch operators\n"
@@ -195,10 +204,14 @@ int runOperators(const OperatorsOptions& options, std::ostream& out, std::ostrea
         options.path.empty() ? installedOperatorFolder().string() : options.path;
     std::error_code error;
     if (!std::filesystem::is_directory(path, error)) {
-        talk << "operators: " << path << " is no folder\n";
-        return kExitUsage;
+        talk << "scenariomatch operators: no operators in " << path
+             << ": there is no such folder\n";
+        return kExitPlugin;
     }
     const OperatorModules modules = loadOperatorModules(path);
+    if (modules.modules.empty()) {
+        talk << "scenariomatch operators: no operators in " << path << '\n';
+    }
     if (options.format == OperatorsFormat::Json) {
         printJson(modules, out);
     } else {
@@ -207,14 +220,10 @@ int runOperators(const OperatorsOptions& options, std::ostream& out, std::ostrea
     }
     out.flush();
     if (!out.good()) {
-        talk << "operators: cannot write the list\n";
+        talk << "scenariomatch operators: cannot write the list\n";
         return kExitOutput;
     }
-    if (modules.modules.empty()) {
-        talk << "operators: no operators in " << path << '\n';
-        return kExitNo;
-    }
-    return kExitDone;
+    return modules.modules.empty() ? kExitPlugin : kExitDone;
 }
 
 } // namespace scenariomatch

@@ -5,12 +5,17 @@
 #include "app/Homography.h"
 #include "app/InstalledFiles.h"
 #include "app/Interrupt.h"
+#include "app/ObjectTypeCheck.h"
+#include "app/OperatorsCommand.h"
 #include "app/RecognitionPlugin.h"
 #include "app/RecordView.h"
+#include "app/RunFiles.h"
 #include "app/RunParameters.h"
 #include "app/RunSession.h"
 #include "app/StreamRedirection.h"
 #include "app/TemporaryFile.h"
+#include "host/rhmDataContext.h"
+#include "types/CAllClasses.h"
 #include "types/NumberText.h"
 
 #include <algorithm>
@@ -21,7 +26,6 @@
 #include <fmt/format.h>
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <set>
 #include <system_error>
@@ -41,6 +45,8 @@ constexpr std::array<const char*, 4> kNeededFiles{
     "scenarioRecognitionOperatorDescription",
     "RHMContext"};
 
+constexpr const char* kAlarmLevel = "XML3AlarmLevel";
+
 // Why a run ends before its time.
 struct RunFault
 {
@@ -51,86 +57,6 @@ struct RunFault
 std::string systemReason()
 {
     return std::generic_category().message(errno);
-}
-
-void addTrackOptions(CLI::App& command, RunOptions& options)
-{
-    const std::map<std::string, TrackFormat> formats{
-        {"auto", TrackFormat::Auto},
-        {"jsonl", TrackFormat::JsonLines},
-        {"mot", TrackFormat::Mot},
-        {"cvml", TrackFormat::Cvml},
-        {"trajectory", TrackFormat::Trajectory}};
-    command.add_option("--tracks", options.tracks, "Tracks, plain or gzip; - is standard input")
-        ->required();
-    command
-        .add_option(
-            "--format",
-            options.format,
-            "auto (default: told by the content), jsonl, mot, cvml or trajectory")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
-        ->type_name("FORMAT");
-    command
-        .add_option("--fps", options.framesPerSecond, "Frames per second of tracks without a clock")
-        ->check(CLI::PositiveNumber);
-    command
-        .add_option(
-            "--start",
-            options.start,
-            "Time of the first frame of tracks without a clock (2000-01-01T00:00:00)")
-        ->type_name("TIME");
-    command
-        .add_option(
-            "--scale", options.scale, "Multiplies positions and sizes; 0.01 makes metres of cm")
-        ->check(CLI::PositiveNumber);
-    command.add_option(
-        "--homography",
-        options.homography,
-        "OpenCV file with a 3x3 matrix from pixels to metres on the ground");
-    command.add_option("--type", options.type, "Type of objects whose tracks name none (PERSON)")
-        ->type_name("NAME");
-    command.add_flag("--strict", options.isStrict, "Stop at the first malformed line (status 4)");
-}
-
-void addParameterOptions(CLI::App& command, RunOptions& options)
-{
-    command.add_option("--params", options.parameterFile, "Parameter file (OpenCV's YAML or XML)")
-        ->required();
-    command
-        .add_option(
-            "--set", options.settings, "Set a parameter; wins over the file, may be repeated")
-        ->type_name("KEY=VALUE")
-        ->allow_extra_args(false);
-    command
-        .add_option(
-            "--common-path",
-            options.commonPath,
-            "Put before the file names in the parameter file instead of its own folder")
-        ->type_name("PREFIX");
-}
-
-void addOutputOptions(CLI::App& command, RunOptions& options)
-{
-    const std::map<std::string, EventFormat> formats{
-        {"jsonl", EventFormat::JsonLines}, {"csv", EventFormat::Csv}, {"text", EventFormat::Text}};
-    const std::map<std::string, ProgressMode> modes{
-        {"auto", ProgressMode::Auto}, {"on", ProgressMode::On}, {"off", ProgressMode::Off}};
-    command.add_option(
-        "--events", options.events, "File for the events; - (default) is standard output");
-    command.add_option("--events-format", options.eventFormat, "jsonl (default), csv or text")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
-        ->type_name("FORMAT");
-    command.add_flag(
-        "--every-frame",
-        options.isEveryFrame,
-        "Write an event in every frame that it is recognised in, not once when it is over");
-    command.add_option(
-        "--trace", options.trace, "File for the plug-in's traces (dropped otherwise)");
-    command.add_option("--progress", options.progress, "auto (default: on a terminal), on or off")
-        ->transform(CLI::CheckedTransformer(modes).description(""))
-        ->type_name("MODE");
-    command.add_flag(
-        "--stats", options.hasStatistics, "Write figures of the run to standard error");
 }
 
 // One run, step by step; every step leaves the fault behind when it fails.
@@ -158,6 +84,11 @@ private:
     bool prepareGround(TrackReaderOptions& readerOptions);
     bool prepareParameters();
     bool checkFiles();
+    bool checkOperators();
+    bool checkContext();
+    bool checkOutputs();
+    void warnOfParameters();
+    void warnOfObjectTypes();
     bool openOutputs();
     bool prepareProcess();
     bool applySetters();
@@ -165,8 +96,10 @@ private:
     bool recognise();
     bool recogniseFrames(RunSession& session);
     bool judgeReading();
+    bool judgeEventFile();
     bool hasProgress() const;
-    std::size_t lineOf(const std::string& key) const;
+    bool hasEventFile() const;
+    std::string textOf(const std::string& key) const;
 
     const RunOptions& m_options;
     std::ostream& m_talk;
@@ -186,7 +119,9 @@ private:
 
 int Run::perform()
 {
-    if (prepareParameters() && checkFiles() && prepareReader() && openOutputs()) {
+    if (prepareParameters() && checkFiles() && checkOutputs() && prepareReader() && openOutputs()) {
+        warnOfParameters();
+        warnOfObjectTypes();
         // From here on the plug-in's code runs, which writes to standard output as it likes.
         const StreamRedirection redirection(
             std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
@@ -195,6 +130,7 @@ int Run::perform()
         }
         // Ending the process closes its event file.
         m_process.reset();
+        judgeEventFile();
     }
     m_problems.printSummary();
     if (m_fault) {
@@ -244,21 +180,92 @@ bool Run::prepareParameters()
 bool Run::checkFiles()
 {
     for (const char* key : kNeededFiles) {
-        const std::string name = m_parameters.value(key).value_or("");
+        const std::string name = textOf(key);
         if (!name.empty() && !std::ifstream(name).good()) {
             return fail(kExitModel, fmt::format("{} ({}): {}", name, key, systemReason()));
         }
     }
-    if (m_parameters.value("scenarioRecognitionModelFileName").value_or("").empty()) {
+    if (textOf("scenarioRecognitionModelFileName").empty()) {
         return fail(
             kExitModel, m_options.parameterFile + ": scenarioRecognitionModelFileName is missing");
     }
+    return checkOperators() && checkContext();
+}
+
+bool Run::checkOperators()
+{
     std::error_code error;
-    const std::string folder = m_parameters.value("OperatorPluginPath").value_or("");
+    const std::string folder = textOf("OperatorPluginPath");
     if (!std::filesystem::is_directory(folder, error)) {
         return fail(kExitPlugin, folder + " (OperatorPluginPath): there is no such folder");
     }
+    if (!hasPluginFile(folder)) {
+        return fail(kExitPlugin, "no operators in " + folder + " (OperatorPluginPath)");
+    }
     return true;
+}
+
+// The process would go on without a context that cannot be read.
+bool Run::checkContext()
+{
+    const std::string name = textOf("RHMContext");
+    rhmDataContext context;
+    if (name.empty() || context.read(QString::fromStdString(name))) {
+        return true;
+    }
+    return fail(
+        kExitModel,
+        context.errors().empty() ? name + ": no context" : context.errors().back().text());
+}
+
+// No output may destroy what the run reads, or another output.
+bool Run::checkOutputs()
+{
+    std::vector<RunFile> read{
+        {"--tracks", m_options.tracks == "-" ? "/dev/stdin" : m_options.tracks},
+        {"--params", m_options.parameterFile},
+        {"--homography", m_options.homography}};
+    for (const char* key : kNeededFiles) {
+        read.push_back({key, textOf(key)});
+    }
+    const std::string events = m_options.events == "-" ? "/dev/stdout" : m_options.events;
+    const std::string eventFile = textOf("XML3FileName");
+    const std::string clash = clashOf(
+        read, {{"--events", events}, {"--trace", m_options.trace}, {"XML3FileName", eventFile}});
+    if (!clash.empty()) {
+        return fail(kExitUsage, clash);
+    }
+    if (hasEventFile() && eventFile.empty()) {
+        return fail(kExitUsage, "saveXML3File needs a file name: XML3FileName is missing");
+    }
+    return true;
+}
+
+// What the process takes in its own way without a word.
+void Run::warnOfParameters()
+{
+    const std::string warning = alarmLevelWarning(textOf(kAlarmLevel));
+    if (warning.empty()) {
+        return;
+    }
+    const std::string place =
+        m_sources.hasSetting(kAlarmLevel)
+            ? "scenariomatch run: --set"
+            : fmt::format("{}:{}", m_options.parameterFile, m_file.lineOf(kAlarmLevel));
+    m_talk << place << ": warning: " << warning << '\n';
+}
+
+void Run::warnOfObjectTypes()
+{
+    const std::string name = textOf("scenarioRecognitionObjectDescription");
+    if (name.empty()) {
+        return;
+    }
+    CAllClasses types;
+    types.read(name);
+    for (const std::string& warning : objectTypeWarnings(name, types.m_classes)) {
+        m_talk << warning << '\n';
+    }
 }
 
 bool Run::prepareReader()
@@ -318,6 +325,10 @@ bool Run::openOutputs()
             return fail(kExitOutput, m_options.trace + ": " + systemReason());
         }
     }
+    const std::string eventFile = textOf("XML3FileName");
+    if (hasEventFile() && !isWritable(eventFile)) {
+        return fail(kExitOutput, eventFile + " (XML3FileName): " + systemReason());
+    }
     return true;
 }
 
@@ -341,14 +352,11 @@ bool Run::applySetters()
         const bool isKnown = m_process->parameter(key).has_value();
         const std::string reason = isKnown ? fmt::format("{} cannot be \"{}\"", key, value)
                                            : fmt::format("there is no parameter \"{}\"", key);
-        const bool isSetting = std::any_of(
-            m_sources.settings.begin(),
-            m_sources.settings.end(),
-            [&setter](const NamedText& other) { return other.first == setter.first; });
-        if (isSetting) {
+        if (m_sources.hasSetting(key)) {
             return fail(kExitUsage, "--set: " + reason);
         }
-        m_talk << m_options.parameterFile << ':' << lineOf(key) << ": warning: " << reason << '\n';
+        m_talk << m_options.parameterFile << ':' << m_file.lineOf(key) << ": warning: " << reason
+               << '\n';
     }
     return true;
 }
@@ -443,35 +451,34 @@ bool Run::judgeReading()
     return true;
 }
 
+// The process does not say when its event file cannot be written.
+bool Run::judgeEventFile()
+{
+    const std::string name = textOf("XML3FileName");
+    if (!hasEventFile() || hasArrived(name, "</Tarvos>\n")) {
+        return true;
+    }
+    return fail(kExitOutput, name + " (XML3FileName): the events cannot be written");
+}
+
 bool Run::hasProgress() const
 {
     return m_options.progress == ProgressMode::On ||
            (m_options.progress == ProgressMode::Auto && ::isatty(STDERR_FILENO) == 1);
 }
 
-std::size_t Run::lineOf(const std::string& key) const
+bool Run::hasEventFile() const
 {
-    const auto found = std::find_if(
-        m_file.entries.begin(), m_file.entries.end(), [&key](const StorageEntry& entry) {
-            return entry.key == key;
-        });
-    return found == m_file.entries.end() ? 0 : found->line;
+    return textOf("saveXML3File") == "true";
+}
+
+// Empty when the parameter is given nowhere.
+std::string Run::textOf(const std::string& key) const
+{
+    return m_parameters.value(key).value_or("");
 }
 
 } // namespace
-
-CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
-{
-    CLI::App* const command = program.add_subcommand("run", "Recognise events in tracks");
-    addParameterOptions(*command, options);
-    addTrackOptions(*command, options);
-    addOutputOptions(*command, options);
-    command->footer("Examples:\n"
-                    "  scenariomatch synth examples/lobby/scenes/bag.yaml --output bag.jsonl\n"
-                    "  scenariomatch run --params examples/lobby/lobby.yaml --tracks bag.jsonl "
-                    "--events-format text");
-    return command;
-}
 
 int runRun(const RunOptions& options, std::ostream& out, std::ostream& talk)
 {

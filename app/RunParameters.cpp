@@ -198,6 +198,13 @@ RunParameters written(const std::vector<Value>& values)
 
 } // namespace
 
+bool RunParameterSources::hasSetting(const std::string& key) const
+{
+    return std::any_of(settings.begin(), settings.end(), [&key](const NamedText& setting) {
+        return setting.first == key;
+    });
+}
+
 std::optional<std::string> RunParameters::value(const std::string& key) const
 {
     const auto found = std::find_if(
@@ -226,6 +233,16 @@ mergeParameters(const StorageFile& file, const RunParameterSources& sources, std
     putDefault(values, kOperatorFolder, sources.operatorFolder);
     putDefault(values, kOperatorDescription, sources.operatorDescription);
     return written(values);
+}
+
+std::string alarmLevelWarning(const std::string& level)
+{
+    constexpr std::array<std::string_view, 4> kLevels{
+        "NOTURGENT", "URGENT", "VERYURGENT", "SUPERURGENT"};
+    if (level.empty() || std::find(kLevels.begin(), kLevels.end(), level) != kLevels.end()) {
+        return "";
+    }
+    return fmt::format("XML3AlarmLevel: there is no level {}; taken as NOTURGENT", level);
 }
 
 std::optional<NamedText> parseSetting(const std::string& text)

@@ -26,6 +26,8 @@ struct RunParameterSources
     // Used where nothing is said.
     std::string operatorFolder;
     std::string operatorDescription;
+
+    bool hasSetting(const std::string& key) const;
 };
 
 // The parameters of a run as the process has to be given them.
@@ -47,6 +49,9 @@ struct RunParameters
 // of its parameter's type. Parameters that a file cannot hold, and unknown ones, become setters.
 std::optional<RunParameters>
 mergeParameters(const StorageFile& file, const RunParameterSources& sources, std::string& error);
+
+// What the process makes of an alarm level that there is not; empty for the others, and for none.
+std::string alarmLevelWarning(const std::string& level);
 
 // Cuts "key=value". Nothing without a key.
 std::optional<NamedText> parseSetting(const std::string& text);

@@ -222,6 +222,15 @@ std::optional<std::string> readWhole(const std::string& path, std::string& error
 
 } // namespace
 
+std::size_t StorageFile::lineOf(const std::string& key) const
+{
+    const auto found =
+        std::find_if(entries.begin(), entries.end(), [&key](const StorageEntry& entry) {
+            return entry.key == key;
+        });
+    return found == entries.end() ? 0 : found->line;
+}
+
 std::optional<StorageFile> readStorageFile(const std::string& path, std::string& error)
 {
     const std::optional<std::string> text = readWhole(path, error);

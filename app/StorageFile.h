@@ -37,6 +37,9 @@ struct StorageFile
 
     std::vector<StorageEntry> entries;
     std::vector<StorageMatrix> matrices;
+
+    // 0 for a key that is not there.
+    std::size_t lineOf(const std::string& key) const;
 };
 
 // Reads a file in the YAML or XML form (told apart by the first character). Nothing, and

@@ -1,6 +1,8 @@
 #include "app/SynthCommand.h"
 
 #include "app/ExitStatus.h"
+#include "app/OptionChecks.h"
+#include "app/RunFiles.h"
 #include "app/SceneReader.h"
 #include "app/SceneTracks.h"
 #include "app/TrackWriter.h"
@@ -8,7 +10,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <map>
 #include <optional>
 #include <ostream>
 
@@ -54,13 +55,13 @@ CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
         ->required();
     command->add_option("--output", options.output, "File to write; - is standard output")
         ->capture_default_str();
-    const std::map<std::string, TrackFormat> formats{
+    const Choices<TrackFormat> formats{
         {"jsonl", TrackFormat::JsonLines},
         {"mot", TrackFormat::Mot},
         {"cvml", TrackFormat::Cvml},
         {"trajectory", TrackFormat::Trajectory}};
-    command->add_option("--format", options.format, "jsonl (default), mot, cvml or trajectory")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
+    addChoice(
+        *command, "--format", options.format, formats, "jsonl (default), mot, cvml or trajectory")
         ->type_name("FORMAT");
     command->footer("Examples:\n"
                     "  scenariomatch synth examples/crowd/crowd20.yaml --output crowd20.jsonl\n"
@@ -70,10 +71,17 @@ CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
 
 int runSynth(const SynthOptions& options, std::ostream& out, std::ostream& talk)
 {
+    const std::string output = options.output == "-" ? "/dev/stdout" : options.output;
+    const std::string clash = clashOf({{"SCENE", options.scene}}, {{"--output", output}});
+    if (!clash.empty()) {
+        talk << "scenariomatch synth: " << clash << '\n';
+        return kExitUsage;
+    }
     const SceneLimits limits;
     const std::optional<std::string> text = readFile(options.scene, limits.fileBytes);
     if (!text) {
-        talk << "synth: cannot read " << options.scene << ": " << std::strerror(errno) << '\n';
+        talk << "scenariomatch synth: cannot read " << options.scene << ": " << std::strerror(errno)
+             << '\n';
         return kExitModel;
     }
     const SceneReading reading = readScene(*text, options.scene, limits);
@@ -85,12 +93,13 @@ int runSynth(const SynthOptions& options, std::ostream& out, std::ostream& talk)
         if (writeTracks(*reading.scene, options.format, out)) {
             return kExitDone;
         }
-        talk << "synth: cannot write to standard output\n";
+        talk << "scenariomatch synth: cannot write to standard output\n";
         return kExitOutput;
     }
     std::ofstream file(options.output, std::ios::binary | std::ios::trunc);
     if (!file.good() || !writeTracks(*reading.scene, options.format, file)) {
-        talk << "synth: cannot write " << options.output << ": " << std::strerror(errno) << '\n';
+        talk << "scenariomatch synth: cannot write " << options.output << ": "
+             << std::strerror(errno) << '\n';
         return kExitOutput;
     }
     return kExitDone;

@@ -6,12 +6,23 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <string>
 
 namespace
 {
 
 using scenariomatch::kExitDone;
 using scenariomatch::kExitUsage;
+
+// Says which command was used wrongly.
+std::string usageText(const CLI::App* program, const CLI::Error& error)
+{
+    std::string command = program->get_name();
+    for (const CLI::App* const used : program->get_subcommands()) {
+        command += " " + used->get_name();
+    }
+    return command + ": " + error.what() + "\nRun with --help for more information.\n";
+}
 
 // Help and version are no mistakes; every mistake has the same status.
 int answerParseError(const CLI::App& program, const CLI::ParseError& error)
@@ -24,6 +35,7 @@ int runProgram(int argc, char** argv)
     CLI::App program("Recognises events in tracked objects", "scenariomatch");
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);
+    program.failure_message(usageText);
     program.footer("Examples:\n"
                    "  scenariomatch run --help\n"
                    "  scenariomatch operators");

@@ -352,6 +352,12 @@ TEST(RunCommand, EndsWithStatusFiveWithoutPlugins)
         "scenariomatch run: " + temporary("folder") +
             ": there is no recognition plug-in in this folder\n");
     EXPECT_EQ(runProgram(kRun, "SCENARIOMATCH_PLUGIN_PATH=" + kFiles + "params.yaml ").status, 5);
+    const Outcome emptyFolder =
+        runProgram(kRun + "--set OperatorPluginPath=" + temporary("folder"));
+    EXPECT_EQ(emptyFolder.status, 5);
+    EXPECT_EQ(
+        emptyFolder.talk,
+        "scenariomatch run: no operators in " + temporary("folder") + " (OperatorPluginPath)\n");
     const Outcome noOperators = runProgram(kRun + "--set OperatorPluginPath=nowhere");
     EXPECT_EQ(noOperators.status, 5);
     EXPECT_EQ(
@@ -366,6 +372,147 @@ TEST(RunCommand, EndsWithStatusSixWhereOutputCannotBeWritten)
     const Outcome full = runProgram(kRun + "--events /dev/full");
     EXPECT_EQ(full.status, 6);
     EXPECT_EQ(full.talk, "scenariomatch run: /dev/full: the events cannot be written\n");
+}
+
+TEST(RunCommand, KeepsItsInputsFromBeingOverwritten)
+{
+    const std::string content = contentOf(kFiles + "tracks.txt");
+    const std::string tracks = write("tracks", content);
+    const std::string start = "run --params " + kFiles + "params.yaml --tracks ";
+    for (const std::string role : {"--events ", "--trace ", "--set XML3FileName="}) {
+        const Outcome outcome = runProgram(start + tracks + " " + role + tracks);
+        EXPECT_EQ(outcome.status, 2) << role;
+        EXPECT_THAT(
+            outcome.talk,
+            HasSubstr(" would overwrite " + tracks + ", which is read as --tracks\n"));
+        EXPECT_EQ(contentOf(tracks), content) << role;
+    }
+    EXPECT_EQ(runProgram(start + "- --events " + tracks + " <" + tracks).status, 2);
+    EXPECT_EQ(contentOf(tracks), content);
+    const std::string context = write("context.xml", contentOf(kFiles + "context.xml"));
+    const Outcome scene = runProgram(kRun + "--events " + context + " --set RHMContext=" + context);
+    EXPECT_EQ(
+        scene.talk,
+        "scenariomatch run: --events would overwrite " + context +
+            ", which is read as RHMContext\n");
+}
+
+TEST(RunCommand, GivesEveryOutputAFileOfItsOwn)
+{
+    const std::string file = temporary("file");
+    const Outcome outcome = runProgram(kRun + "--events " + file + " --trace " + file);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(
+        outcome.talk, "scenariomatch run: --events and --trace would both write " + file + "\n");
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_EQ(runProgram(kRun + "--events /dev/null --trace /dev/null").status, 0);
+}
+
+TEST(RunCommand, SaysThatTheEventFileCannotBeWritten)
+{
+    const std::string start = kRun + "--set saveXML3File=true";
+    const Outcome unnamed = runProgram(start);
+    EXPECT_EQ(unnamed.status, 2);
+    EXPECT_EQ(
+        unnamed.talk,
+        "scenariomatch run: saveXML3File needs a file name: XML3FileName is missing\n");
+    const Outcome nowhere = runProgram(start + " --set XML3FileName=/nowhere/a.xml");
+    EXPECT_EQ(nowhere.status, 6);
+    EXPECT_EQ(
+        nowhere.talk,
+        "scenariomatch run: /nowhere/a.xml (XML3FileName): No such file or directory\n");
+    const Outcome full = runProgram(start + " --set XML3FileName=/dev/full");
+    EXPECT_EQ(full.status, 6);
+    EXPECT_EQ(full.out, kFirstEvent + kSecondEvent);
+    EXPECT_EQ(
+        full.talk, "scenariomatch run: /dev/full (XML3FileName): the events cannot be written\n");
+}
+
+TEST(RunCommand, RefusesNumbersThatAreNone)
+{
+    for (const std::string number : {"nan", "inf", "0", "-1", "1e-300", "two"}) {
+        const Outcome rate = runProgram(kRun + "--fps " + number);
+        EXPECT_EQ(rate.status, 2) << number;
+        EXPECT_EQ(
+            rate.talk,
+            "scenariomatch run: --fps: needs a number from 0.000001 to 1000000, not \"" + number +
+                "\"\nRun with --help for more information.\n");
+    }
+    for (const std::string number : {"nan", "inf", "0", "-1", "two"}) {
+        const Outcome scale = runProgram(kRun + "--scale " + number);
+        EXPECT_EQ(scale.status, 2) << number;
+        EXPECT_EQ(
+            scale.talk,
+            "scenariomatch run: --scale: needs a finite number greater than 0, not \"" + number +
+                "\"\nRun with --help for more information.\n");
+    }
+}
+
+TEST(RunCommand, NamesTheChoices)
+{
+    const std::string help = "\nRun with --help for more information.\n";
+    const Outcome format = runProgram(kRun + "--format 2");
+    EXPECT_EQ(format.status, 2);
+    EXPECT_EQ(
+        format.talk,
+        "scenariomatch run: --format: \"2\" is none of auto, jsonl, mot, cvml, trajectory" + help);
+    EXPECT_EQ(
+        runProgram(kRun + "--events-format xml").talk,
+        "scenariomatch run: --events-format: \"xml\" is none of jsonl, csv, text" + help);
+    EXPECT_EQ(
+        runProgram(kRun + "--progress maybe").talk,
+        "scenariomatch run: --progress: \"maybe\" is none of auto, on, off" + help);
+    EXPECT_EQ(
+        runProgram("synth x --format auto").talk,
+        "scenariomatch synth: --format: \"auto\" is none of jsonl, mot, cvml, trajectory" + help);
+    EXPECT_EQ(runProgram(kRun + "--format trajectory").out, kFirstEvent + kSecondEvent);
+}
+
+TEST(RunCommand, RefusesAContextThatCannotBeRead)
+{
+    const std::string context = write("context.xml", "no context\n");
+    const Outcome outcome = runProgram(kRun + "--set RHMContext=" + context);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(outcome.talk, "scenariomatch run: " + context + ":1:2: Start tag expected.\n");
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST(RunCommand, WarnsOfObjectTypesAndGoesOn)
+{
+    const std::string types = write(
+        "types.txt",
+        contentOf(kFiles + "objects.txt") + "class Guard:Nobody {\n}\nclass Group:Group {\n}\n");
+    const std::string key = "--set scenarioRecognitionObjectDescription=";
+    const Outcome outcome = runProgram(kRun + key + types);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
+    EXPECT_EQ(
+        outcome.talk,
+        types + ":10: warning: the parent Nobody of Guard is not declared\n" + types +
+            ":12: warning: Group derives from itself: Group -> Group\n");
+    const std::string empty = write("empty.txt", "");
+    const Outcome none = runProgram(kRun + key + empty);
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.talk, empty + ": warning: no class is declared\n");
+}
+
+TEST(RunCommand, WarnsOfAnAlarmLevelThatThereIsNot)
+{
+    const Outcome setting = runProgram(kRun + "--set XML3AlarmLevel=FOO");
+    EXPECT_EQ(setting.status, 0);
+    EXPECT_EQ(
+        setting.talk,
+        "scenariomatch run: --set: warning: XML3AlarmLevel: there is no level FOO; taken as "
+        "NOTURGENT\n");
+    EXPECT_EQ(runProgram(kRun + "--set XML3AlarmLevel=URGENT").talk, "");
+    const std::string parameters =
+        write("params.yaml", contentOf(kFiles + "params.yaml") + "XML3AlarmLevel: \"FOO\"\n");
+    const Outcome file = runProgram(
+        "run --params " + parameters + " --common-path " + kFiles + " --tracks " + kFiles +
+        "tracks.txt");
+    EXPECT_EQ(
+        file.talk,
+        parameters + ":9: warning: XML3AlarmLevel: there is no level FOO; taken as NOTURGENT\n");
 }
 
 TEST(RunCommand, ShowsProgressOnlyWhenAskedWithoutATerminal)

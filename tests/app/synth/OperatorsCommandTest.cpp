@@ -43,10 +43,11 @@ TEST(OperatorsCommand, SaysWhichFilesItSkipsAndWhy)
     runOperators(testModules(OperatorsFormat::Text), out, talk);
     EXPECT_EQ(
         talk.str(),
-        "operators: readme.txt was skipped: it is no plug-in\n"
-        "operators: synth_other_root.so was skipped: its root object is no operator\n"
-        "operators: synth_throws.so was skipped: no description today\n"
-        "operators: synth_plain.so and synth_plain_again.so are both named plain; only one of "
+        "scenariomatch operators: readme.txt was skipped: it is no plug-in\n"
+        "scenariomatch operators: synth_other_root.so was skipped: its root object is no operator\n"
+        "scenariomatch operators: synth_throws.so was skipped: no description today\n"
+        "scenariomatch operators: synth_plain.so and synth_plain_again.so are both named plain; "
+        "only one of "
         "them is used\n");
 }
 
@@ -80,8 +81,10 @@ TEST(OperatorsCommand, RefusesAPathThatIsNoFolder)
     options.path = "/nowhere/at/all";
     std::ostringstream out;
     std::ostringstream talk;
-    EXPECT_EQ(runOperators(options, out, talk), 2);
-    EXPECT_EQ(talk.str(), "operators: /nowhere/at/all is no folder\n");
+    EXPECT_EQ(runOperators(options, out, talk), 5);
+    EXPECT_EQ(
+        talk.str(),
+        "scenariomatch operators: no operators in /nowhere/at/all: there is no such folder\n");
     EXPECT_EQ(out.str(), "");
 }
 
@@ -91,8 +94,12 @@ TEST(OperatorsCommand, SaysThatAFolderHoldsNone)
     options.path = SYNTH_TEST_ROOT "/docs";
     std::ostringstream out;
     std::ostringstream talk;
-    EXPECT_EQ(runOperators(options, out, talk), 1);
-    EXPECT_THAT(talk.str(), testing::EndsWith("operators: no operators in " + options.path + "\n"));
+    EXPECT_EQ(runOperators(options, out, talk), 5);
+    EXPECT_THAT(
+        talk.str(),
+        testing::StartsWith("scenariomatch operators: no operators in " + options.path + "\n"));
+    EXPECT_FALSE(hasPluginFile(options.path));
+    EXPECT_TRUE(hasPluginFile(SYNTH_TEST_MODULES));
 }
 
 TEST(OperatorsCommand, SaysThatTheListCannotBeWritten)
@@ -101,7 +108,7 @@ TEST(OperatorsCommand, SaysThatTheListCannotBeWritten)
     out.setstate(std::ios::badbit);
     std::ostringstream talk;
     EXPECT_EQ(runOperators(testModules(OperatorsFormat::Json), out, talk), 6);
-    EXPECT_EQ(talk.str(), "operators: cannot write the list\n");
+    EXPECT_EQ(talk.str(), "scenariomatch operators: cannot write the list\n");
 }
 
 TEST(OperatorsCommand, TakesItsOptionsFromTheCommandLine)
@@ -113,7 +120,12 @@ TEST(OperatorsCommand, TakesItsOptionsFromTheCommandLine)
     EXPECT_TRUE(command->parsed());
     EXPECT_EQ(options.path, "/some/where");
     EXPECT_EQ(options.format, OperatorsFormat::Json);
-    EXPECT_THROW(program.parse("operators --format xml"), CLI::ValidationError);
+    try {
+        program.parse("operators --format xml");
+        FAIL();
+    } catch (const CLI::ValidationError& error) {
+        EXPECT_STREQ(error.what(), "--format: \"xml\" is none of text, json");
+    }
 }
 
 } // namespace scenariomatch

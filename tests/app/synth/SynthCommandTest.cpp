@@ -92,7 +92,8 @@ TEST_F(SynthCommandTest, SaysThatASceneIsMissing)
     options.scene = m_folder / "nothing.yaml";
     EXPECT_EQ(run(options), 3);
     EXPECT_EQ(
-        m_talk.str(), "synth: cannot read " + options.scene + ": No such file or directory\n");
+        m_talk.str(),
+        "scenariomatch synth: cannot read " + options.scene + ": No such file or directory\n");
 }
 
 TEST_F(SynthCommandTest, SaysThatASceneIsAFolder)
@@ -100,7 +101,7 @@ TEST_F(SynthCommandTest, SaysThatASceneIsAFolder)
     SynthOptions options;
     options.scene = m_folder;
     EXPECT_EQ(run(options), 3);
-    EXPECT_THAT(m_talk.str(), testing::StartsWith("synth: cannot read "));
+    EXPECT_THAT(m_talk.str(), testing::StartsWith("scenariomatch synth: cannot read "));
 }
 
 TEST_F(SynthCommandTest, ReadsNoMoreOfAFileThanIsAllowed)
@@ -119,7 +120,24 @@ TEST_F(SynthCommandTest, SaysThatOutputCannotBeOpened)
     options.output = m_folder / "no" / "folder";
     EXPECT_EQ(run(options), 6);
     EXPECT_EQ(
-        m_talk.str(), "synth: cannot write " + options.output + ": No such file or directory\n");
+        m_talk.str(),
+        "scenariomatch synth: cannot write " + options.output + ": No such file or directory\n");
+}
+
+TEST_F(SynthCommandTest, KeepsTheSceneFromBeingOverwritten)
+{
+    SynthOptions options;
+    options.scene = write("scene.yaml", kScene);
+    options.output = m_folder / "." / "scene.yaml";
+    EXPECT_EQ(run(options), 2);
+    EXPECT_EQ(
+        m_talk.str(),
+        "scenariomatch synth: --output would overwrite " + options.output +
+            ", which is read as SCENE\n");
+    std::ifstream file(options.scene);
+    std::string line;
+    std::getline(file, line);
+    EXPECT_EQ(line + "\n", kScene);
 }
 
 TEST_F(SynthCommandTest, SaysThatTheDiskIsFull)
@@ -128,7 +146,8 @@ TEST_F(SynthCommandTest, SaysThatTheDiskIsFull)
     options.scene = write("scene.yaml", "duration: 100000\n");
     options.output = "/dev/full";
     EXPECT_EQ(run(options), 6);
-    EXPECT_EQ(m_talk.str(), "synth: cannot write /dev/full: No space left on device\n");
+    EXPECT_EQ(
+        m_talk.str(), "scenariomatch synth: cannot write /dev/full: No space left on device\n");
 }
 
 TEST_F(SynthCommandTest, SaysThatStandardOutputRefuses)
@@ -137,7 +156,7 @@ TEST_F(SynthCommandTest, SaysThatStandardOutputRefuses)
     options.scene = write("scene.yaml", kScene);
     m_out.setstate(std::ios::badbit);
     EXPECT_EQ(run(options), 6);
-    EXPECT_EQ(m_talk.str(), "synth: cannot write to standard output\n");
+    EXPECT_EQ(m_talk.str(), "scenariomatch synth: cannot write to standard output\n");
 }
 
 TEST_F(SynthCommandTest, TakesItsOptionsFromTheCommandLine)

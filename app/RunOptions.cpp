@@ -1,0 +1,115 @@
+#include "app/RunOptions.h"
+
+#include "app/OptionChecks.h"
+
+#include <limits>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// Frames per second with which times stay in the range of clocks.
+constexpr double kLeastRate = 1e-6;
+constexpr double kMostRate = 1e6;
+
+void addTrackOptions(CLI::App& command, RunOptions& options)
+{
+    const Choices<TrackFormat> formats{
+        {"auto", TrackFormat::Auto},
+        {"jsonl", TrackFormat::JsonLines},
+        {"mot", TrackFormat::Mot},
+        {"cvml", TrackFormat::Cvml},
+        {"trajectory", TrackFormat::Trajectory}};
+    command.add_option("--tracks", options.tracks, "Tracks, plain or gzip; - is standard input")
+        ->required();
+    addChoice(
+        command,
+        "--format",
+        options.format,
+        formats,
+        "auto (default: told by the content), jsonl, mot, cvml or trajectory")
+        ->type_name("FORMAT");
+    command
+        .add_option("--fps", options.framesPerSecond, "Frames per second of tracks without a clock")
+        ->check(numberBetween(kLeastRate, kMostRate, "a number from 0.000001 to 1000000"));
+    command
+        .add_option(
+            "--start",
+            options.start,
+            "Time of the first frame of tracks without a clock (2000-01-01T00:00:00)")
+        ->type_name("TIME");
+    command
+        .add_option(
+            "--scale", options.scale, "Multiplies positions and sizes; 0.01 makes metres of cm")
+        ->check(numberBetween(
+            std::numeric_limits<double>::denorm_min(),
+            std::numeric_limits<double>::max(),
+            "a finite number greater than 0"));
+    command.add_option(
+        "--homography",
+        options.homography,
+        "OpenCV file with a 3x3 matrix from pixels to metres on the ground");
+    command.add_option("--type", options.type, "Type of objects whose tracks name none (PERSON)")
+        ->type_name("NAME");
+    command.add_flag("--strict", options.isStrict, "Stop at the first malformed line (status 4)");
+}
+
+void addParameterOptions(CLI::App& command, RunOptions& options)
+{
+    command.add_option("--params", options.parameterFile, "Parameter file (OpenCV's YAML or XML)")
+        ->required();
+    command
+        .add_option(
+            "--set", options.settings, "Set a parameter; wins over the file, may be repeated")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    command
+        .add_option(
+            "--common-path",
+            options.commonPath,
+            "Put before the file names in the parameter file instead of its own folder")
+        ->type_name("PREFIX");
+}
+
+void addOutputOptions(CLI::App& command, RunOptions& options)
+{
+    const Choices<EventFormat> formats{
+        {"jsonl", EventFormat::JsonLines}, {"csv", EventFormat::Csv}, {"text", EventFormat::Text}};
+    const Choices<ProgressMode> modes{
+        {"auto", ProgressMode::Auto}, {"on", ProgressMode::On}, {"off", ProgressMode::Off}};
+    command.add_option(
+        "--events", options.events, "File for the events; - (default) is standard output");
+    addChoice(
+        command, "--events-format", options.eventFormat, formats, "jsonl (default), csv or text")
+        ->type_name("FORMAT");
+    command.add_flag(
+        "--every-frame",
+        options.isEveryFrame,
+        "Write an event in every frame that it is recognised in, not once when it is over");
+    command.add_option(
+        "--trace", options.trace, "File for the plug-in's traces (dropped otherwise)");
+    addChoice(
+        command, "--progress", options.progress, modes, "auto (default: on a terminal), on or off")
+        ->type_name("MODE");
+    command.add_flag(
+        "--stats", options.hasStatistics, "Write figures of the run to standard error");
+}
+
+} // namespace
+
+CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
+{
+    CLI::App* const command = program.add_subcommand("run", "Recognise events in tracks");
+    addParameterOptions(*command, options);
+    addTrackOptions(*command, options);
+    addOutputOptions(*command, options);
+    command->footer("Examples:\n"
+                    "  scenariomatch synth examples/lobby/scenes/bag.yaml --output bag.jsonl\n"
+                    "  scenariomatch run --params examples/lobby/lobby.yaml --tracks bag.jsonl "
+                    "--events-format text");
+    return command;
+}
+
+} // namespace scenariomatch

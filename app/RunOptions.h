@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/EventWriterFactory.h"
+#include "app/TrackReader.h"
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace scenariomatch
+{
+
+enum class ProgressMode { Auto, On, Off };
+
+// What the command "run" is told.
+struct RunOptions
+{
+    std::string parameterFile;
+    // "-" is standard input.
+    std::string tracks;
+    TrackFormat format = TrackFormat::Auto;
+    std::optional<double> framesPerSecond;
+    // As written; empty for the default.
+    std::string start;
+    double scale = 1.0;
+    std::string homography;
+    std::string type = "PERSON";
+    std::optional<std::string> commonPath;
+    // "key=value".
+    std::vector<std::string> settings;
+    // "-" is standard output.
+    std::string events = "-";
+    EventFormat eventFormat = EventFormat::JsonLines;
+    bool isEveryFrame = false;
+    bool isStrict = false;
+    std::string trace;
+    ProgressMode progress = ProgressMode::Auto;
+    bool hasStatistics = false;
+};
+
+// Adds the command to the program's command line; parsing fills the options, which must outlive it.
+CLI::App* addRunCommand(CLI::App& program, RunOptions& options);
+
+} // namespace scenariomatch
