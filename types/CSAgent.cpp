@@ -2,9 +2,10 @@
 
 #include "types/CAllClasses.h"
 
-#include <algorithm>
 #include <iostream>
 #include <set>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 std::int32_t CSAgent::m_historySize = 1;
@@ -24,35 +25,54 @@ void dropOldest(std::map<int, Value>& entries, std::int32_t limit)
     }
 }
 
-void appendOnce(std::vector<std::string>& names, const std::string& name)
+// Enters types under their ancestors, no type twice under one of them.
+class ObjectTypeLists
 {
-    if (std::find(names.begin(), names.end(), name) == names.end()) {
-        names.push_back(name);
-    }
-}
-
-// Where one pass over the types in file order leads from the parent; it climbs several levels when
-// ancestors stand after their descendants. The parent itself when it is not declared.
-std::string climb(std::string parent, const std::vector<CClass>& types)
-{
-    for (const CClass& type : types) {
-        if (type.m_name == parent) {
-            parent = type.m_parent;
+public:
+    explicit ObjectTypeLists(const std::vector<CClass>& types)
+    {
+        // Backwards, so that above a parent is what a pass over the types after this one finds.
+        for (std::size_t i = types.size(); i-- > 0;) {
+            m_above[types[i].m_name] = &climb(types[i].m_parent);
         }
     }
-    return parent;
-}
 
-// Enters the type under its ancestors. A circle ends at the first type met a second time.
-void enterUnderParents(const CClass& type, const std::vector<CClass>& types)
-{
-    std::set<std::string> met{type.m_name};
-    std::string parent = type.m_parent;
-    while (parent != "Agent" && met.insert(parent).second) {
-        appendOnce(CSAgent::m_allObjectTypes[parent], type.m_name);
-        parent = climb(parent, types);
+    void enter(const std::string& ancestor, const std::string& name)
+    {
+        std::vector<std::string>& list = CSAgent::m_allObjectTypes[ancestor];
+        const auto [entry, isNew] = m_entered.try_emplace(ancestor);
+        if (isNew) {
+            entry->second.insert(list.begin(), list.end());
+        }
+        if (entry->second.insert(name).second) {
+            list.push_back(name);
+        }
     }
-}
+
+    // A circle ends at the first type met a second time.
+    void enterUnderParents(const CClass& type)
+    {
+        std::set<std::string> met{type.m_name};
+        for (const std::string* parent = &type.m_parent;
+             *parent != "Agent" && met.insert(*parent).second;
+             parent = &climb(*parent)) {
+            enter(*parent, type.m_name);
+        }
+    }
+
+private:
+    // Where one pass over the types in file order leads from the parent; it climbs several levels
+    // when ancestors stand after their descendants. The parent itself when it is not declared.
+    const std::string& climb(const std::string& parent) const
+    {
+        const auto above = m_above.find(parent);
+        return above == m_above.end() ? parent : *above->second;
+    }
+
+    // By the name of a type, which is declared first where it is declared twice.
+    std::unordered_map<std::string, const std::string*> m_above;
+    std::unordered_map<std::string, std::unordered_set<std::string>> m_entered;
+};
 
 } // namespace
 
@@ -136,13 +156,14 @@ void CSAgent::readAllObjects(const std::string& fileName)
 {
     CAllClasses types;
     types.read(fileName);
+    ObjectTypeLists lists(types.m_classes);
     for (const CClass& type : types.m_classes) {
         m_constantObjects[type.m_name] = type.m_constant;
         for (std::size_t i = 0; i < type.m_attributeNames.size(); ++i) {
             m_allAttributes[type.m_name][type.m_attributeNames[i]] = type.m_attributeTypes[i];
         }
-        appendOnce(m_allObjectTypes[type.m_name], type.m_name);
-        enterUnderParents(type, types.m_classes);
+        lists.enter(type.m_name, type.m_name);
+        lists.enterUnderParents(type);
     }
     // The pseudo type of sub-events.
     m_constantObjects["Component"] = false;

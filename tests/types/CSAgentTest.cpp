@@ -476,6 +476,47 @@ TEST_F(CSAgentTest, ReadAllObjectsEndsAtATypeThatIsItsOwnParent)
     EXPECT_THAT(CSAgent::m_allObjectTypes, ElementsAre(Pair("A", ElementsAre("A"))));
 }
 
+// A pass over all types for each type would take minutes.
+TEST_F(CSAgentTest, ReadAllObjectsReadsManyTypesOfOneParent)
+{
+    constexpr int kTypes = 100'000;
+    std::string text = "class Thing {\nconstant true;\n}\n";
+    for (int i = 0; i < kTypes; ++i) {
+        text += "class T" + std::to_string(i) + ":Thing {\nconstant true;\n}\n";
+    }
+    readText(text);
+    // A second time, nothing is new.
+    readText(text);
+    const std::vector<std::string>& things = CSAgent::m_allObjectTypes["Thing"];
+    ASSERT_EQ(things.size(), kTypes + 1U);
+    EXPECT_EQ(things.front(), "Thing");
+    EXPECT_EQ(things[1], "T0");
+    EXPECT_EQ(things.back(), "T" + std::to_string(kTypes - 1));
+}
+
+TEST_F(CSAgentTest, ReadAllObjectsReadsALongLineOfDescendants)
+{
+    constexpr int kTypes = 100'000;
+    std::string text;
+    for (int i = kTypes; i > 0; --i) {
+        text += "class T" + std::to_string(i) + ":T" + std::to_string(i - 1) +
+                " {\nconstant true;\n}\n";
+    }
+    readText(text);
+    EXPECT_THAT(CSAgent::m_allObjectTypes["T1"], ElementsAre("T2", "T1"));
+    // The pass leads from the last type's parent to the very top.
+    EXPECT_EQ(CSAgent::m_allObjectTypes["T0"].size(), static_cast<std::size_t>(kTypes));
+}
+
+TEST_F(CSAgentTest, ReadAllObjectsClimbsByTheFirstOfTwoTypesOfOneName)
+{
+    readText("class A:X {\nconstant true;\n}\nclass A:Y {\nconstant true;\n}\n"
+             "class X:A {\nconstant true;\n}\nclass B:A {\nconstant true;\n}\n");
+    EXPECT_THAT(CSAgent::m_allObjectTypes["A"], ElementsAre("A", "X", "B"));
+    EXPECT_THAT(CSAgent::m_allObjectTypes["X"], ElementsAre("A", "X"));
+    EXPECT_THAT(CSAgent::m_allObjectTypes["Y"], ElementsAre("A"));
+}
+
 TEST_F(CSAgentTest, ReadAllObjectsWithoutAFileDeclaresComponentsAlone)
 {
     const CapturedStream errors(std::cerr);
