@@ -9,10 +9,12 @@
 #include <deque>
 #include <iostream>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -23,6 +25,8 @@ namespace
 {
 
 using Edges = std::vector<std::vector<std::size_t>>;
+
+constexpr std::size_t kNoNode = std::numeric_limits<std::size_t>::max();
 
 Edges transposed(const Edges& edges)
 {
@@ -35,31 +39,76 @@ Edges transposed(const Edges& edges)
     return result;
 }
 
-// Takes away, with their edges, the nodes from which every way comes to an end.
-Edges withoutEnds(Edges edges)
+// The nodes in the order in which a depth-first walk leaves them.
+std::vector<std::size_t> finishingOrder(const Edges& edges)
 {
-    const Edges origins = transposed(edges);
-    std::vector<std::size_t> left(edges.size());
-    std::vector<std::size_t> ends;
-    for (std::size_t node = 0; node < edges.size(); ++node) {
-        left[node] = edges[node].size();
-        if (left[node] == 0) {
-            ends.push_back(node);
+    std::vector<std::size_t> order;
+    std::vector<bool> seen(edges.size());
+    // Nodes that are entered, with the position of the edge to follow next.
+    std::vector<std::pair<std::size_t, std::size_t>> open;
+    const auto enter = [&](std::size_t node) {
+        if (!seen[node]) {
+            seen[node] = true;
+            open.emplace_back(node, 0);
         }
-    }
-    while (!ends.empty()) {
-        const std::size_t end = ends.back();
-        ends.pop_back();
-        for (const std::size_t origin : origins[end]) {
-            if (--left[origin] == 0) {
-                ends.push_back(origin);
+    };
+    for (std::size_t start = 0; start < edges.size(); ++start) {
+        enter(start);
+        while (!open.empty()) {
+            auto& [node, position] = open.back();
+            if (position < edges[node].size()) {
+                enter(edges[node][position++]);
+            } else {
+                order.push_back(node);
+                open.pop_back();
             }
         }
     }
-    for (std::vector<std::size_t>& nexts : edges) {
-        std::erase_if(nexts, [&](std::size_t next) { return left[next] == 0; });
+    return order;
+}
+
+// For every node one node, its root, that is the same for all nodes on circles with it.
+std::vector<std::size_t> rootsOf(const Edges& edges)
+{
+    const Edges origins = transposed(edges);
+    std::vector<std::size_t> order = finishingOrder(edges);
+    std::vector<std::size_t> roots(edges.size(), kNoNode);
+    for (; !order.empty(); order.pop_back()) {
+        const std::size_t root = order.back();
+        std::vector<std::size_t> pending = {root};
+        while (!pending.empty()) {
+            const std::size_t node = pending.back();
+            pending.pop_back();
+            if (roots[node] == kNoNode) {
+                roots[node] = root;
+                pending.insert(pending.end(), origins[node].begin(), origins[node].end());
+            }
+        }
     }
-    return edges;
+    return roots;
+}
+
+// For every node that edges lead to from its root, the node before it on a shortest way from there.
+std::vector<std::size_t> waysFromRoots(const Edges& edges, const std::vector<std::size_t>& roots)
+{
+    std::vector<std::size_t> before(edges.size(), kNoNode);
+    std::deque<std::size_t> pending;
+    for (std::size_t node = 0; node < edges.size(); ++node) {
+        if (roots[node] == node) {
+            pending.push_back(node);
+        }
+    }
+    while (!pending.empty()) {
+        const std::size_t node = pending.front();
+        pending.pop_front();
+        for (const std::size_t next : edges[node]) {
+            if (roots[next] != next && before[next] == kNoNode) {
+                before[next] = node;
+                pending.push_back(next);
+            }
+        }
+    }
+    return before;
 }
 
 // Which models a model contains. The nodes are the models, followed by the names of models: a model
@@ -82,30 +131,27 @@ public:
                 m_edges[model].push_back(name);
             }
         }
-        // What neither leads to a circle nor comes from one is of no interest.
-        m_edges = transposed(withoutEnds(transposed(withoutEnds(std::move(m_edges)))));
+        // An edge that is on no circle is of no interest.
+        const std::vector<Node> roots = rootsOf(m_edges);
+        for (Node node = 0; node < m_edges.size(); ++node) {
+            std::erase_if(m_edges[node], [&](Node next) { return roots[next] != roots[node]; });
+            // Of circles of one length, the one through what is read first is found.
+            std::sort(m_edges[node].begin(), m_edges[node].end());
+        }
+        m_fromRoot = waysFromRoots(m_edges, roots);
+        m_toRoot = waysFromRoots(transposed(m_edges), roots);
+        m_cameFrom.assign(m_edges.size(), kNoNode);
     }
 
-    // The shortest way from a node back to itself, with the node at both ends; empty when there is
-    // none.
-    std::vector<Node> circleThrough(Node start) const
+    // A way from a node back to itself, with the node at both ends; empty when there is none. It is
+    // the shortest one, unless looking for that takes too long.
+    std::vector<Node> circleThrough(Node start)
     {
-        std::map<Node, Node> cameFrom;
-        std::deque<Node> pending = {start};
-        while (!pending.empty()) {
-            const Node node = pending.front();
-            pending.pop_front();
-            for (const Node next : m_edges[node]) {
-                if (!cameFrom.emplace(next, node).second) {
-                    continue;
-                }
-                if (next == start) {
-                    return wayBack(cameFrom, start);
-                }
-                pending.push_back(next);
-            }
+        if (m_edges[start].empty()) {
+            return {};
         }
-        return {};
+        std::vector<Node> circle = shortestCircle(start);
+        return circle.empty() ? circleByRoot(start) : circle;
     }
 
 private:
@@ -118,27 +164,82 @@ private:
         return entry->second;
     }
 
-    static std::vector<Node> wayBack(const std::map<Node, Node>& cameFrom, Node start)
+    // Empty also when more than kMaximumSteps are needed.
+    std::vector<Node> shortestCircle(Node start)
+    {
+        std::vector<Node> circle;
+        std::vector<Node> reached = {start};
+        std::size_t steps = 0;
+        for (std::size_t i = 0; i < reached.size() && circle.empty(); ++i) {
+            const std::vector<Node>& nexts = m_edges[reached[i]];
+            steps += nexts.size();
+            if (steps > kMaximumSteps) {
+                break;
+            }
+            for (const Node next : nexts) {
+                if (m_cameFrom[next] != kNoNode) {
+                    continue;
+                }
+                m_cameFrom[next] = reached[i];
+                if (next == start) {
+                    circle = wayBack(start);
+                    break;
+                }
+                reached.push_back(next);
+            }
+        }
+        for (const Node node : reached) {
+            m_cameFrom[node] = kNoNode;
+        }
+        return circle;
+    }
+
+    std::vector<Node> wayBack(Node start) const
     {
         std::vector<Node> circle = {start};
         Node node = start;
         do {
-            node = cameFrom.at(node);
+            node = m_cameFrom[node];
             circle.push_back(node);
         } while (node != start);
         std::reverse(circle.begin(), circle.end());
         return circle;
     }
 
+    // Goes towards the root until it meets the way from the root to the node, and back on that.
+    std::vector<Node> circleByRoot(Node start) const
+    {
+        std::vector<Node> circle = {start};
+        if (m_toRoot[start] == kNoNode) {
+            for (Node node = m_edges[start].front(); node != kNoNode; node = m_toRoot[node]) {
+                circle.push_back(node);
+            }
+            return circle;
+        }
+        std::unordered_map<Node, Node> after;
+        for (Node node = start; m_fromRoot[node] != kNoNode; node = m_fromRoot[node]) {
+            after.emplace(m_fromRoot[node], node);
+        }
+        Node node = m_toRoot[start];
+        for (; !after.contains(node); node = m_toRoot[node]) {
+            circle.push_back(node);
+        }
+        for (; node != start; node = after.at(node)) {
+            circle.push_back(node);
+        }
+        circle.push_back(start);
+        return circle;
+    }
+
+    static constexpr std::size_t kMaximumSteps = 2000;
+
     Edges m_edges;
     std::map<std::string, Node> m_names;
-};
-
-// A model's place on a circle of models.
-struct CirclePlace
-{
-    std::size_t m_circle = 0;
-    std::size_t m_position = 0;
+    // The neighbour of a node on its way from and to its root; none for the root.
+    std::vector<Node> m_fromRoot;
+    std::vector<Node> m_toRoot;
+    // For the search that is going on; none for all nodes between searches.
+    std::vector<Node> m_cameFrom;
 };
 
 constexpr std::size_t kMaximumSpelled = 20;
@@ -252,27 +353,30 @@ std::vector<std::shared_ptr<CSScenario>> usedModels(const CSAllScenarios& scenar
 
 void dropCircles(const std::vector<std::shared_ptr<CSScenario>>& models)
 {
-    const ContainmentGraph graph(models);
-    std::vector<std::vector<const CSScenario*>> circles;
-    std::map<std::size_t, CirclePlace> places;
+    ContainmentGraph graph(models);
+    std::map<std::size_t, std::string> circles;
     for (std::size_t model = 0; model < models.size(); ++model) {
-        if (places.contains(model)) {
+        if (circles.contains(model)) {
             continue;
         }
+        std::vector<std::size_t> places;
         std::vector<const CSScenario*> circle;
         for (const std::size_t node : graph.circleThrough(model)) {
             // The last node is the first one again; the nodes between are names and models in turn.
             if (node < models.size() && (node != model || circle.empty())) {
-                places.try_emplace(node, CirclePlace{circles.size(), circle.size()});
+                places.push_back(node);
                 circle.push_back(models[node].get());
             }
         }
-        circles.push_back(std::move(circle));
+        for (std::size_t position = 0; position < places.size(); ++position) {
+            if (!circles.contains(places[position])) {
+                circles.emplace(places[position], spelledOut(circle, position));
+            }
+        }
     }
-    for (const auto& [model, place] : places) {
+    for (const auto& [model, circle] : circles) {
         std::cerr << "Warning: the scenario model " << models[model]->m_name
-                  << " contains itself: " << spelledOut(circles[place.m_circle], place.m_position)
-                  << ". It will not be used!\n";
+                  << " contains itself: " << circle << ". It will not be used!\n";
         models[model]->m_used = false;
     }
 }

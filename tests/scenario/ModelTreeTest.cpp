@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -261,6 +263,19 @@ TEST_F(ModelTreeTest, SpellsOutTheShortestCircleOfEachModel)
         "Warning: the scenario model c contains itself: c -> b -> c. It will not be used!\n");
 }
 
+TEST_F(ModelTreeTest, SpellsOutTheCircleThroughTheNameThatIsReadFirst)
+{
+    add("above", {"b"});
+    add("a", {"c", "b"});
+    add("b", {"a"});
+    add("c", {"a"});
+    EXPECT_EQ(
+        createAndListErrors(),
+        "Warning: the scenario model a contains itself: a -> b -> a. It will not be used!\n"
+        "Warning: the scenario model b contains itself: b -> a -> b. It will not be used!\n"
+        "Warning: the scenario model c contains itself: c -> a -> c. It will not be used!\n");
+}
+
 TEST_F(ModelTreeTest, TellsModelsOfOneNameApartInCircles)
 {
     const auto circular = add("a", {"b"});
@@ -306,6 +321,56 @@ TEST_F(ModelTreeTest, HandlesVeryLongChainsAndCircles)
         "-> m7 -> m8 -> m9 -> m10 -> m11 -> m12 -> m13 -> m14 -> m15 -> m16 -> m17 -> m18 -> m19 "
         "-> ... -> m0. It will not be used!");
     EXPECT_LT(errors.size(), 300U * (kModels + 1));
+}
+
+// A walk over all models for each model would take minutes.
+TEST_F(ModelTreeTest, HandlesManyModelsAroundOneHub)
+{
+    constexpr int kModels = 20'000;
+    Names leaves;
+    for (int i = 0; i < kModels; ++i) {
+        leaves.push_back("m" + std::to_string(i));
+    }
+    add("hub", leaves);
+    std::string expected = "Warning: the scenario model hub contains itself: hub -> m0 -> hub. It "
+                           "will not be used!\n";
+    for (const std::string& leaf : leaves) {
+        add(leaf, {"hub"});
+        expected += "Warning: the scenario model ";
+        expected += leaf + " contains itself: " + leaf + " -> hub -> " + leaf;
+        expected += ". It will not be used!\n";
+    }
+    EXPECT_TRUE(createAndListErrors() == expected);
+}
+
+TEST_F(ModelTreeTest, HandlesManyModelsBetweenTwoHubs)
+{
+    constexpr int kModels = 10'000;
+    Names down;
+    Names up;
+    for (int i = 0; i < kModels; ++i) {
+        down.push_back("d" + std::to_string(i));
+        up.push_back("u" + std::to_string(i));
+        add(down.back(), {"low"});
+        add(up.back(), {"high"});
+    }
+    add("high", down);
+    add("low", up);
+    const std::string errors = createAndListErrors();
+    std::istringstream lines(errors);
+    int reported = 0;
+    for (std::string line; std::getline(lines, line); ++reported) {
+        const std::size_t begin = line.find(": ", line.find("contains itself")) + 2;
+        const std::string circle = line.substr(begin, line.find(". It") - begin);
+        // Both hubs, a model on the way up and one on the way down; the first one twice.
+        const std::string twice = circle + circle.substr(circle.find(" -> "));
+        const std::size_t low = twice.find("low -> u");
+        ASSERT_NE(low, std::string::npos) << line;
+        ASSERT_NE(twice.find(" -> high -> d", low), std::string::npos) << line;
+        ASSERT_EQ(circle.substr(0, circle.find(' ')), circle.substr(circle.rfind(' ') + 1)) << line;
+        ASSERT_EQ(std::count(circle.begin(), circle.end(), '>'), 4) << line;
+    }
+    EXPECT_EQ(reported, 2 * kModels + 2);
 }
 
 } // namespace
