@@ -77,12 +77,18 @@ struct Outcome
     std::string talk;
 };
 
+std::string joined(const std::string& start, const std::string& option, const std::string& value)
+{
+    return start + option + value;
+}
+
 // Runs the program through the shell, after what stands in front of its name.
 Outcome runProgram(const std::string& arguments, const std::string& before = "")
 {
     const std::string out = temporary("out");
     const std::string talk = temporary("talk");
     const int status =
+        // NOLINTNEXTLINE(cert-env33-c): pipes and redirections are the shell's
         std::system((before + kProgram + " " + arguments + " >" + out + " 2>" + talk).c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
 }
@@ -380,7 +386,7 @@ TEST(RunCommand, KeepsItsInputsFromBeingOverwritten)
     const std::string tracks = write("tracks", content);
     const std::string start = "run --params " + kFiles + "params.yaml --tracks ";
     for (const std::string role : {"--events ", "--trace ", "--set XML3FileName="}) {
-        const Outcome outcome = runProgram(start + tracks + " " + role + tracks);
+        const Outcome outcome = runProgram(joined(start + tracks + " ", role, tracks));
         EXPECT_EQ(outcome.status, 2) << role;
         EXPECT_THAT(
             outcome.talk,
@@ -431,7 +437,7 @@ TEST(RunCommand, SaysThatTheEventFileCannotBeWritten)
 TEST(RunCommand, RefusesNumbersThatAreNone)
 {
     for (const std::string number : {"nan", "inf", "0", "-1", "1e-300", "two"}) {
-        const Outcome rate = runProgram(kRun + "--fps " + number);
+        const Outcome rate = runProgram(joined(kRun, "--fps ", number));
         EXPECT_EQ(rate.status, 2) << number;
         EXPECT_EQ(
             rate.talk,
@@ -439,7 +445,7 @@ TEST(RunCommand, RefusesNumbersThatAreNone)
                 "\"\nRun with --help for more information.\n");
     }
     for (const std::string number : {"nan", "inf", "0", "-1", "two"}) {
-        const Outcome scale = runProgram(kRun + "--scale " + number);
+        const Outcome scale = runProgram(joined(kRun, "--scale ", number));
         EXPECT_EQ(scale.status, 2) << number;
         EXPECT_EQ(
             scale.talk,
