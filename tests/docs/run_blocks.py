@@ -84,10 +84,11 @@ def run_document(document, source, program_folder):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--source", type=pathlib.Path, required=True)
-    parser.add_argument("--program-folder", required=True)
+    parser.add_argument("--program-folder", type=pathlib.Path, required=True)
     parser.add_argument("document", type=pathlib.Path)
     arguments = parser.parse_args()
-    found, failed = run_document(arguments.document.resolve(), arguments.source.resolve(), arguments.program_folder)
+    found, failed = run_document(arguments.document.resolve(), arguments.source.resolve(),
+                                 arguments.program_folder.resolve())
     print(f"{found} blocks run, {failed} wrong")
     if failed:
         return 1
