@@ -97,10 +97,9 @@ private:
 
     void finish()
     {
-        auto entry = entryOf(m_text);
+        const auto entry = entryOf(m_text);
         restart();
         if (entry) {
-            entry->keyword = withoutTrailingBlanks(entry->keyword);
             m_visit(*entry);
         }
     }

@@ -193,6 +193,12 @@ TEST_F(CSEngineConfiguration, SkipsALineThatOnlyClosesAParenthesis)
     EXPECT_EQ(m_engine.m_usedModels, Lines({"A", "B"}));
 }
 
+TEST_F(CSEngineConfiguration, TakesABlankBeforeTheParenthesisForPartOfTheKeyword)
+{
+    EXPECT_EQ(readSettings("Engine {\ns,\nUsedModels (A)\nUsedModels(B)\n}\n"), "");
+    EXPECT_EQ(m_engine.m_usedModels, Lines({"B"}));
+}
+
 TEST_F(CSEngineConfiguration, ReadsSeveralBlocks)
 {
     EXPECT_EQ(
