@@ -16,7 +16,7 @@ import sys
 import tempfile
 
 FENCE = re.compile(r"^```(\w*)\s*$")
-RUN_BY_CI = ("./scripts/test", "./scripts/demo", "cmake --workflow", "scripts/deep-checks", "./scripts/deep-checks", ".ci/run")
+RUN_BY_CI = ("./scripts/test", "./scripts/demo")
 NEEDS_DATA = "<!-- needs SCENARIOMATCH_DATA -->"
 
 
