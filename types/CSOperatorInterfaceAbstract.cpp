@@ -6,3 +6,8 @@ CSOperatorDescription CSOperatorInterfaceAbstract::describe() const
 {
     return {};
 }
+
+CSPlainValue CSOperatorInterfaceAbstract::evaluatePlain(std::span<const CSPlainValue> /*arguments*/)
+{
+    return {};
+}

@@ -2,10 +2,12 @@
 
 #include "types/CSAllTypes.h"
 #include "types/CSOperatorDescription.h"
+#include "types/CSPlainValue.h"
 
 #include <QtPlugin>
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,6 +34,9 @@ public:
     evaluate(std::vector<std::shared_ptr<CSBasicType>> arguments) = 0;
     // What the operator promises; nothing, unless it says more.
     virtual CSOperatorDescription describe() const;
+    // The same as evaluate without value objects, for an operator whose description says m_plain;
+    // no value, unless overridden. What it returns points to nothing but what its arguments do.
+    virtual CSPlainValue evaluatePlain(std::span<const CSPlainValue> arguments);
 
     // The name by which constraints call it.
     std::string m_name;
