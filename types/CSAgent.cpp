@@ -76,6 +76,13 @@ private:
 
 } // namespace
 
+namespace scenariomatch
+{
+
+LateAttributes::~LateAttributes() = default;
+
+} // namespace scenariomatch
+
 CSAgent::CSAgent(int id, bool constant)
     : m_IDValue(std::make_shared<CSInt>(id))
     , m_ID(id)
@@ -95,11 +102,13 @@ CSAgent::~CSAgent() = default;
 
 std::shared_ptr<CSBasicType> CSAgent::get(const std::string& name)
 {
+    makeUp();
     return m_attributes[name];
 }
 
 std::shared_ptr<CSBasicType> CSAgent::get(const std::string& name, int pos)
 {
+    makeUp();
     const std::shared_ptr<CSBasicType>& current = m_attributes[name];
     return current ? current->m_history[pos] : nullptr;
 }
@@ -114,6 +123,7 @@ void CSAgent::set(const std::string& name, std::shared_ptr<CSBasicType> value, i
     if (!value) {
         return;
     }
+    makeUp();
     CSBasicType& stored = *value;
     const auto [entry, isFirst] = m_attributes.try_emplace(name);
     const std::shared_ptr<CSBasicType> old = std::exchange(entry->second, std::move(value));
@@ -147,6 +157,7 @@ void CSAgent::setType(const std::shared_ptr<CSString>& type, int pos)
 
 void CSAgent::setFrameID(int frame)
 {
+    makeUp();
     m_frameID = frame;
     m_frames[frame] = 1;
     dropOldest(m_frames, m_historySize);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "types/CSAllTypes.h"
+#include "types/LateAttributes.h"
 
 #include <cstdint>
 #include <map>
@@ -45,6 +46,16 @@ public:
     // Records that the agent is seen at the frame.
     void setFrameID(int frame);
 
+    // Enters the attributes, histories and frames that have not been made yet. get, set and
+    // setFrameID do so themselves; who reads m_attributes or m_frames of a component pseudo-agent
+    // calls it first.
+    void makeUp()
+    {
+        if (m_late.get() != nullptr) {
+            m_late.get()->makeUp(*this);
+        }
+    }
+
     // Adds the types of a description file to the catalogue.
     static void readAllObjects(const std::string& fileName);
     // Prints the catalogue on standard output.
@@ -67,6 +78,7 @@ public:
     std::int32_t m_engineID = 0;
     bool m_interested = false;
     std::map<int, int> m_instances;
+    scenariomatch::LateAttributesHolder m_late;
 
     // Earlier values kept per attribute, and frames kept in m_frames.
     static std::int32_t m_historySize;
