@@ -9,7 +9,7 @@ namespace scenariomatch
 {
 
 // Everything that makes one standard operator: its name, what it promises and the function that
-// computes it.
+// computes it. All are plain; the plug-in adds that to the promises.
 //
 // Each operator has a source of its own that gives its definition, and no more:
 //
@@ -24,7 +24,7 @@ struct OperatorDefinition
     std::string name;
     bool isTemporal = false;
     CSOperatorDescription description;
-    Value (*evaluate)(const Arguments& arguments) = nullptr;
+    CSPlainValue (*evaluate)(Arguments arguments) = nullptr;
 };
 
 // The definition of the operator that this plug-in is built for.

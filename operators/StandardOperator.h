@@ -7,6 +7,7 @@
 #include <QtPlugin>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace scenariomatch
@@ -28,6 +29,7 @@ public:
     std::shared_ptr<CSBasicType>
     evaluate(std::vector<std::shared_ptr<CSBasicType>> arguments) override;
     CSOperatorDescription describe() const override;
+    CSPlainValue evaluatePlain(std::span<const CSPlainValue> arguments) override;
 
 private:
     OperatorDefinition m_definition;

@@ -1,56 +1,80 @@
 #pragma once
 
 #include "types/CSAllTypes.h"
+#include "types/CSPlainValue.h"
 
-#include <cstddef>
-#include <memory>
+#include <algorithm>
+#include <cmath>
 #include <optional>
+#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 // How the standard operators read their arguments and make their results.
 //
-// An argument can be anything: missing (an empty pointer), of another type, or a converted value
-// whose tag is not its class's. Every reader answers "nothing" for what it cannot use, so an
-// operator asks for what it needs and gives up when it does not get it: a relation is false then, a
-// measure has no value.
+// An argument can be anything: missing, of another type, or a converted value whose tag is not its
+// class's. Every reader answers "nothing" for what it cannot use, so an operator asks for what it
+// needs and gives up when it does not get it: a relation is false then, a measure has no value.
+//
+// Readers are called for every candidate in every frame: they are short, inline and never allocate.
 namespace scenariomatch
 {
 
-using Value = std::shared_ptr<CSBasicType>;
-using Arguments = std::vector<Value>;
+using Arguments = std::span<const CSPlainValue>;
 
 // A position: in space, or in the ground plane alone (z is 0 then).
-struct Point
-{
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-    bool hasHeight = false;
-};
+using Point = CSPlainValue::Position;
 
-// The value as the class that belongs to the tag; null unless tag and class are both right.
-template <typename Class>
-const Class* valueAs(const Value& value, std::string_view tag)
+inline bool isFinite(double x, double y, double z)
 {
-    if (!value || value->m_type != tag) {
-        return nullptr;
-    }
-    return dynamic_cast<const Class*>(value.get());
+    return std::isfinite(x) && std::isfinite(y) && std::isfinite(z);
 }
 
 // INT and DOUBLE; NaN is no number.
-std::optional<double> number(const Value& value);
-// BOOL; a truth value whose confidence is NaN is none.
-const CSBool* truth(const Value& value);
-const CSString* text(const Value& value);
-const CSTimeStamp* timeStamp(const Value& value);
-const CSInterval* interval(const Value& value);
-// The four kinds of points, with finite coordinates.
-std::optional<Point> point(const Value& value);
-// A list of points, all with finite coordinates.
-const std::vector<CS3DDPoint>* points(const Value& value);
+inline std::optional<double> number(const CSPlainValue& value)
+{
+    return value.isNumber() && !std::isnan(value.m_number) ? std::optional(value.m_number)
+                                                           : std::nullopt;
+}
+
+// BOOL: m_truth, with the confidence in m_number; a truth value whose confidence is NaN is none.
+inline bool isTruth(const CSPlainValue& value)
+{
+    return value.isBool() && !std::isnan(value.m_number);
+}
+
+// INTERVAL with start and end.
+inline bool hasBothEnds(const CSPlainValue& value)
+{
+    return value.isInterval() && value.m_interval.start != nullptr &&
+           value.m_interval.end != nullptr;
+}
+
+// The four kinds of points, with finite coordinates; else null. Belongs to the argument.
+inline const Point* point(const CSPlainValue& value)
+{
+    if (!value.isPoint()) {
+        return nullptr;
+    }
+    const Point& found = value.m_point;
+    return isFinite(found.x, found.y, found.z) ? &found : nullptr;
+}
+
+const Point* point(const CSPlainValue&& value) = delete;
+
+// A list of points, all with finite coordinates; else null.
+inline const std::vector<CS3DDPoint>* points(const CSPlainValue& value)
+{
+    const CS3DDPoints* list = value.points();
+    if (list == nullptr) {
+        return nullptr;
+    }
+    const auto isUsable = [](const CS3DDPoint& vertex) {
+        return isFinite(vertex.m_x, vertex.m_y, vertex.m_z);
+    };
+    return std::all_of(list->m_points.begin(), list->m_points.end(), isUsable) ? &list->m_points
+                                                                               : nullptr;
+}
 
 // The type tags that the readers of the same names accept.
 std::vector<std::string> numberTypes();
@@ -61,15 +85,34 @@ std::vector<std::string> placeTypes();
 std::vector<std::string> anyTypes();
 
 // Straight distance: in space between two positions that have a height, else in the ground plane.
-double distanceBetween(const Point& a, const Point& b);
+inline double distanceBetween(const Point& a, const Point& b)
+{
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    const double dz = a.hasHeight && b.hasHeight ? b.z - a.z : 0.0;
+    return std::sqrt(dx * dx + dy * dy + dz * dz);
+}
 
 // Seconds between two time stamps, as exact as their milliseconds: 0.04 is the 0.04 that a model
 // says.
-double secondsBetween(const CSTimeStamp& from, const CSTimeStamp& to);
+inline double secondsBetween(const CSTimeStamp& from, const CSTimeStamp& to)
+{
+    constexpr double kMillisecondsPerSecond = 1000.0;
+    const double milliseconds = (to.m_seconds - from.m_seconds) * kMillisecondsPerSecond +
+                                (to.m_milliseconds - from.m_milliseconds);
+    return milliseconds / kMillisecondsPerSecond;
+}
 
 // The result of a relation, with confidence 1.
-Value relation(bool holds);
-// The result of a measure; an empty pointer for nothing and for what is no finite number.
-Value measure(std::optional<double> value);
+inline CSPlainValue relation(bool holds)
+{
+    return CSPlainValue::boolean(holds);
+}
+
+// The result of a measure; no value for nothing and for what is no finite number.
+inline CSPlainValue measure(std::optional<double> value)
+{
+    return value && std::isfinite(*value) ? CSPlainValue::number(*value) : CSPlainValue();
+}
 
 } // namespace scenariomatch

@@ -11,17 +11,19 @@
 enum class CSOperatorMeaning : std::uint8_t {
     // Nothing is promised.
     Any,
-    // Two truth values; true only where both are.
+    // Two arguments; true only where both are true.
     Conjunction,
-    // Two arguments; true only where they are numbers and the first is at most, at least the
-    // second.
+    // Two arguments; where one of them is a number, true only where both are and the first is at
+    // most, at least the second.
     AtMost,
     AtLeast,
-    // Two positions; a number, for two points with finite coordinates never less than their
-    // distance on the ground plane, and no value for a point with others.
+    // Two arguments, exchanged at will. Of two points with finite coordinates no value, or a number
+    // not less than their distance on the ground plane; no value where an argument is missing or a
+    // point with other coordinates. That distance as computed: rounding may have taken one part in
+    // 2^50 off the exact one, and 2^-500 more where coordinates lie that close.
     Distance,
-    // Two positions and a number; true only where, of two points, the distance on the ground plane
-    // is at most the number, and the coordinates are finite.
+    // Two arguments, exchanged at will, and a number; true only where a Distance of the two is a
+    // number and at most the third.
     Nearness,
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 namespace scenariomatch
 {
@@ -11,27 +10,27 @@ namespace
 {
 
 template <typename Function>
-Value ofTwo(const Arguments& arguments, Function function)
+CSPlainValue ofTwo(Arguments arguments, Function function)
 {
     if (arguments.size() != 2) {
-        return nullptr;
+        return {};
     }
     const auto left = number(arguments[0]);
     const auto right = number(arguments[1]);
-    return left && right ? measure(function(*left, *right)) : nullptr;
+    return left && right ? measure(function(*left, *right)) : CSPlainValue();
 }
 
 template <typename Choose>
-Value ofSeveral(const Arguments& arguments, Choose choose)
+CSPlainValue ofSeveral(Arguments arguments, Choose choose)
 {
     if (arguments.size() < 2 || arguments.size() > kMaximumOperands) {
-        return nullptr;
+        return {};
     }
     std::optional<double> chosen = number(arguments[0]);
-    for (const Value& argument : std::span(arguments).subspan(1)) {
+    for (const CSPlainValue& argument : arguments.subspan(1)) {
         const auto next = number(argument);
         if (!chosen || !next) {
-            return nullptr;
+            return {};
         }
         chosen = choose(*chosen, *next);
     }
@@ -40,45 +39,45 @@ Value ofSeveral(const Arguments& arguments, Choose choose)
 
 } // namespace
 
-Value sum(const Arguments& arguments)
+CSPlainValue sum(Arguments arguments)
 {
     return ofTwo(arguments, [](double left, double right) { return left + right; });
 }
 
-Value difference(const Arguments& arguments)
+CSPlainValue difference(Arguments arguments)
 {
     return ofTwo(arguments, [](double left, double right) { return left - right; });
 }
 
-Value product(const Arguments& arguments)
+CSPlainValue product(Arguments arguments)
 {
     return ofTwo(arguments, [](double left, double right) { return left * right; });
 }
 
-Value quotient(const Arguments& arguments)
+CSPlainValue quotient(Arguments arguments)
 {
     return ofTwo(arguments, [](double left, double right) { return left / right; });
 }
 
-Value absolute(const Arguments& arguments)
+CSPlainValue absolute(Arguments arguments)
 {
     const auto operand = arguments.size() == 1 ? number(arguments[0]) : std::nullopt;
-    return operand ? measure(std::fabs(*operand)) : nullptr;
+    return operand ? measure(std::fabs(*operand)) : CSPlainValue();
 }
 
-Value least(const Arguments& arguments)
+CSPlainValue least(Arguments arguments)
 {
     return ofSeveral(arguments, [](double left, double right) { return std::min(left, right); });
 }
 
-Value greatest(const Arguments& arguments)
+CSPlainValue greatest(Arguments arguments)
 {
     return ofSeveral(arguments, [](double left, double right) { return std::max(left, right); });
 }
 
-Value handOn(const Arguments& arguments)
+CSPlainValue handOn(Arguments arguments)
 {
-    return arguments.size() == 1 ? arguments[0] : nullptr;
+    return arguments.size() == 1 ? arguments[0] : CSPlainValue();
 }
 
 } // namespace scenariomatch

@@ -15,14 +15,14 @@ namespace scenariomatch
 // min and max take two to eight numbers.
 constexpr std::size_t kMaximumOperands = 8;
 
-Value sum(const Arguments& arguments);
-Value difference(const Arguments& arguments);
-Value product(const Arguments& arguments);
-Value quotient(const Arguments& arguments);
-Value absolute(const Arguments& arguments);
-Value least(const Arguments& arguments);
-Value greatest(const Arguments& arguments);
-// The one argument itself, of any type: the same object, with its history.
-Value handOn(const Arguments& arguments);
+CSPlainValue sum(Arguments arguments);
+CSPlainValue difference(Arguments arguments);
+CSPlainValue product(Arguments arguments);
+CSPlainValue quotient(Arguments arguments);
+CSPlainValue absolute(Arguments arguments);
+CSPlainValue least(Arguments arguments);
+CSPlainValue greatest(Arguments arguments);
+// The one argument itself, of any type, with its object and history.
+CSPlainValue handOn(Arguments arguments);
 
 } // namespace scenariomatch

@@ -10,32 +10,60 @@ namespace scenariomatch
 namespace
 {
 
-// Unordered for values that have no order.
-std::partial_ordering order(const Value& left, const Value& right)
+// Unordered for values that have no order, and where one is NaN.
+std::partial_ordering order(const CSPlainValue& left, const CSPlainValue& right)
 {
-    if (const auto a = number(left)) {
-        const auto b = number(right);
-        return b ? *a <=> *b : std::partial_ordering::unordered;
+    if (left.isNumber() && right.isNumber()) {
+        return left.m_number <=> right.m_number;
     }
-    if (const auto* a = text(left)) {
-        const auto* b = text(right);
-        return b != nullptr ? a->m_value <=> b->m_value : std::partial_ordering::unordered;
+    if (left.text() != nullptr && right.text() != nullptr) {
+        return left.text()->m_value <=> right.text()->m_value;
     }
-    const auto* a = timeStamp(left);
-    const auto* b = timeStamp(right);
-    if (a == nullptr || b == nullptr) {
-        return std::partial_ordering::unordered;
+    if (left.timeStamp() != nullptr && right.timeStamp() != nullptr) {
+        return secondsBetween(*right.timeStamp(), *left.timeStamp()) <=> 0.0;
     }
-    return secondsBetween(*b, *a) <=> 0.0;
+    return std::partial_ordering::unordered;
 }
 
-std::optional<bool> sameInterval(const CSInterval& left, const CSInterval& right)
+std::partial_ordering order(Arguments arguments)
 {
-    if (!left.m_start || !left.m_end || !right.m_start || !right.m_end) {
+    if (arguments.size() != 2) {
+        return std::partial_ordering::unordered;
+    }
+    return order(arguments[0], arguments[1]);
+}
+
+// Whether values are the same; nothing for those that cannot be compared.
+using Sameness = std::optional<bool>;
+
+Sameness sameOrder(const CSPlainValue& left, const CSPlainValue& right)
+{
+    const std::partial_ordering found = order(left, right);
+    return found != std::partial_ordering::unordered ? Sameness(std::is_eq(found)) : std::nullopt;
+}
+
+Sameness sameTruth(const CSPlainValue& left, const CSPlainValue& right)
+{
+    return isTruth(left) && isTruth(right) ? Sameness(left.m_truth == right.m_truth) : std::nullopt;
+}
+
+Sameness samePoint(const CSPlainValue& left, const CSPlainValue& right)
+{
+    const Point* a = point(left);
+    const Point* b = point(right);
+    if (a == nullptr || b == nullptr || a->hasHeight != b->hasHeight) {
         return std::nullopt;
     }
-    const double starts = secondsBetween(*left.m_start, *right.m_start);
-    const double ends = secondsBetween(*left.m_end, *right.m_end);
+    return a->x == b->x && a->y == b->y && a->z == b->z;
+}
+
+Sameness sameInterval(const CSPlainValue& left, const CSPlainValue& right)
+{
+    if (!hasBothEnds(left) || !hasBothEnds(right)) {
+        return std::nullopt;
+    }
+    const double starts = secondsBetween(*left.m_interval.start, *right.m_interval.start);
+    const double ends = secondsBetween(*left.m_interval.end, *right.m_interval.end);
     if (std::isnan(starts) || std::isnan(ends)) {
         return std::nullopt;
     }
@@ -47,24 +75,8 @@ bool samePosition(const CS3DDPoint& a, const CS3DDPoint& b)
     return a.m_x == b.m_x && a.m_y == b.m_y && a.m_z == b.m_z;
 }
 
-// Nothing for values that cannot be compared.
-std::optional<bool> sameUnordered(const Value& left, const Value& right)
+Sameness samePoints(const CSPlainValue& left, const CSPlainValue& right)
 {
-    if (const auto a = point(left)) {
-        const auto b = point(right);
-        if (!b || a->hasHeight != b->hasHeight) {
-            return std::nullopt;
-        }
-        return a->x == b->x && a->y == b->y && a->z == b->z;
-    }
-    if (const auto* a = truth(left)) {
-        const auto* b = truth(right);
-        return b != nullptr ? std::optional(a->m_value == b->m_value) : std::nullopt;
-    }
-    if (const auto* a = interval(left)) {
-        const auto* b = interval(right);
-        return b != nullptr ? sameInterval(*a, *b) : std::nullopt;
-    }
     const auto* a = points(left);
     const auto* b = points(right);
     if (a == nullptr || b == nullptr) {
@@ -73,54 +85,61 @@ std::optional<bool> sameUnordered(const Value& left, const Value& right)
     return std::equal(a->begin(), a->end(), b->begin(), b->end(), samePosition);
 }
 
-std::optional<bool> same(const Arguments& arguments)
+Sameness same(const CSPlainValue& left, const CSPlainValue& right)
 {
-    if (arguments.size() != 2) {
-        return std::nullopt;
+    switch (left.m_kind) {
+    case CSPlainValue::Kind::Number:
+    case CSPlainValue::Kind::Text:
+    case CSPlainValue::Kind::TimeStamp:
+        return sameOrder(left, right);
+    case CSPlainValue::Kind::Bool:
+        return sameTruth(left, right);
+    case CSPlainValue::Kind::Point:
+        return samePoint(left, right);
+    case CSPlainValue::Kind::Interval:
+        return sameInterval(left, right);
+    case CSPlainValue::Kind::Points:
+        return samePoints(left, right);
+    case CSPlainValue::Kind::None:
+    case CSPlainValue::Kind::Other:
+        break;
     }
-    const std::partial_ordering found = order(arguments[0], arguments[1]);
-    if (found != std::partial_ordering::unordered) {
-        return found == std::partial_ordering::equivalent;
-    }
-    return sameUnordered(arguments[0], arguments[1]);
+    return std::nullopt;
 }
 
-std::partial_ordering order(const Arguments& arguments)
+Sameness same(Arguments arguments)
 {
-    if (arguments.size() != 2) {
-        return std::partial_ordering::unordered;
-    }
-    return order(arguments[0], arguments[1]);
+    return arguments.size() == 2 ? same(arguments[0], arguments[1]) : std::nullopt;
 }
 
 } // namespace
 
-Value isEqual(const Arguments& arguments)
+CSPlainValue isEqual(Arguments arguments)
 {
     return relation(same(arguments) == true);
 }
 
-Value isDifferent(const Arguments& arguments)
+CSPlainValue isDifferent(Arguments arguments)
 {
     return relation(same(arguments) == false);
 }
 
-Value isLess(const Arguments& arguments)
+CSPlainValue isLess(Arguments arguments)
 {
     return relation(std::is_lt(order(arguments)));
 }
 
-Value isLessOrEqual(const Arguments& arguments)
+CSPlainValue isLessOrEqual(Arguments arguments)
 {
     return relation(std::is_lteq(order(arguments)));
 }
 
-Value isGreater(const Arguments& arguments)
+CSPlainValue isGreater(Arguments arguments)
 {
     return relation(std::is_gt(order(arguments)));
 }
 
-Value isGreaterOrEqual(const Arguments& arguments)
+CSPlainValue isGreaterOrEqual(Arguments arguments)
 {
     return relation(std::is_gteq(order(arguments)));
 }

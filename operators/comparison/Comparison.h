@@ -15,12 +15,12 @@
 namespace scenariomatch
 {
 
-Value isEqual(const Arguments& arguments);
-Value isDifferent(const Arguments& arguments);
-Value isLess(const Arguments& arguments);
-Value isLessOrEqual(const Arguments& arguments);
-Value isGreater(const Arguments& arguments);
-Value isGreaterOrEqual(const Arguments& arguments);
+CSPlainValue isEqual(Arguments arguments);
+CSPlainValue isDifferent(Arguments arguments);
+CSPlainValue isLess(Arguments arguments);
+CSPlainValue isLessOrEqual(Arguments arguments);
+CSPlainValue isGreater(Arguments arguments);
+CSPlainValue isGreaterOrEqual(Arguments arguments);
 
 // The type tags that can be compared by order, and those that can be compared for equality.
 std::vector<std::string> orderedTypes();

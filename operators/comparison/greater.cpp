@@ -14,7 +14,9 @@ OperatorDefinition operatorDefinition()
          2,
          "BOOL",
          true,
-         {}},
+         {},
+         true,
+         CSOperatorMeaning::AtLeast},
         isGreater};
 }
 

@@ -23,29 +23,30 @@ struct Position
     bool same(double difference) const { return std::fabs(difference) <= tolerance; }
 };
 
-bool isInOrder(const CSInterval* interval)
+bool isInOrder(const CSPlainValue& value)
 {
-    return interval != nullptr && interval->m_start && interval->m_end &&
-           secondsBetween(*interval->m_start, *interval->m_end) >= 0.0;
+    return hasBothEnds(value) &&
+           secondsBetween(*value.m_interval.start, *value.m_interval.end) >= 0.0;
 }
 
-std::optional<Position> position(const Value& first, const Value& second, double tolerance)
+std::optional<Position>
+position(const CSPlainValue& first, const CSPlainValue& second, double tolerance)
 {
-    const CSInterval* a = interval(first);
-    const CSInterval* b = interval(second);
-    if (!isInOrder(a) || !isInOrder(b)) {
+    if (!isInOrder(first) || !isInOrder(second)) {
         return std::nullopt;
     }
+    const CSPlainValue::Span& a = first.m_interval;
+    const CSPlainValue::Span& b = second.m_interval;
     return Position{
-        secondsBetween(*b->m_start, *a->m_start),
-        secondsBetween(*b->m_end, *a->m_end),
-        secondsBetween(*a->m_end, *b->m_start),
-        secondsBetween(*b->m_end, *a->m_start),
+        secondsBetween(*b.start, *a.start),
+        secondsBetween(*b.end, *a.end),
+        secondsBetween(*a.end, *b.start),
+        secondsBetween(*b.end, *a.start),
         tolerance};
 }
 
 template <typename Condition>
-Value exact(const Arguments& arguments, Condition condition)
+CSPlainValue exact(Arguments arguments, Condition condition)
 {
     const auto found =
         arguments.size() == 2 ? position(arguments[0], arguments[1], 0.0) : std::nullopt;
@@ -53,7 +54,7 @@ Value exact(const Arguments& arguments, Condition condition)
 }
 
 template <typename Condition>
-Value tolerant(const Arguments& arguments, Condition condition)
+CSPlainValue tolerant(Arguments arguments, Condition condition)
 {
     if (arguments.size() != 3) {
         return exact(arguments, condition);
@@ -65,75 +66,75 @@ Value tolerant(const Arguments& arguments, Condition condition)
 
 } // namespace
 
-Value isBefore(const Arguments& arguments)
+CSPlainValue isBefore(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) { return p.gapAfterFirst > 0.0; });
 }
 
-Value isAfter(const Arguments& arguments)
+CSPlainValue isAfter(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) { return p.gapAfterSecond > 0.0; });
 }
 
-Value meets(const Arguments& arguments)
+CSPlainValue meets(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) {
         return p.same(p.gapAfterFirst) && p.starts < 0.0 && p.ends < 0.0;
     });
 }
 
-Value isMetBy(const Arguments& arguments)
+CSPlainValue isMetBy(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) {
         return p.same(p.gapAfterSecond) && p.starts > 0.0 && p.ends > 0.0;
     });
 }
 
-Value overlaps(const Arguments& arguments)
+CSPlainValue overlaps(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) {
         return p.starts < 0.0 && p.ends < 0.0 && p.gapAfterFirst < 0.0;
     });
 }
 
-Value isOverlappedBy(const Arguments& arguments)
+CSPlainValue isOverlappedBy(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) {
         return p.starts > 0.0 && p.ends > 0.0 && p.gapAfterSecond < 0.0;
     });
 }
 
-Value starts(const Arguments& arguments)
+CSPlainValue starts(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) { return p.same(p.starts) && p.ends < 0.0; });
 }
 
-Value isStartedBy(const Arguments& arguments)
+CSPlainValue isStartedBy(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) { return p.same(p.starts) && p.ends > 0.0; });
 }
 
-Value isDuring(const Arguments& arguments)
+CSPlainValue isDuring(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) { return p.starts > 0.0 && p.ends < 0.0; });
 }
 
-Value contains(const Arguments& arguments)
+CSPlainValue contains(Arguments arguments)
 {
     return exact(arguments, [](const Position& p) { return p.starts < 0.0 && p.ends > 0.0; });
 }
 
-Value finishes(const Arguments& arguments)
+CSPlainValue finishes(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) { return p.starts > 0.0 && p.same(p.ends); });
 }
 
-Value isFinishedBy(const Arguments& arguments)
+CSPlainValue isFinishedBy(Arguments arguments)
 {
     return tolerant(arguments, [](const Position& p) { return p.starts < 0.0 && p.same(p.ends); });
 }
 
-Value equals(const Arguments& arguments)
+CSPlainValue equals(Arguments arguments)
 {
     return tolerant(
         arguments, [](const Position& p) { return p.same(p.starts) && p.same(p.ends); });
@@ -143,7 +144,7 @@ OperatorDefinition intervalRelation(
     std::string name,
     std::string summary,
     std::optional<std::size_t> endsFirst,
-    Value (*evaluate)(const Arguments&))
+    CSPlainValue (*evaluate)(Arguments))
 {
     return {
         std::move(name),
@@ -156,7 +157,7 @@ OperatorDefinition tolerantRelation(
     std::string name,
     std::string summary,
     std::optional<std::size_t> endsFirst,
-    Value (*evaluate)(const Arguments&))
+    CSPlainValue (*evaluate)(Arguments))
 {
     OperatorDefinition definition =
         intervalRelation(std::move(name), std::move(summary), endsFirst, evaluate);

@@ -19,19 +19,19 @@
 namespace scenariomatch
 {
 
-Value isBefore(const Arguments& arguments);
-Value isAfter(const Arguments& arguments);
-Value meets(const Arguments& arguments);
-Value isMetBy(const Arguments& arguments);
-Value overlaps(const Arguments& arguments);
-Value isOverlappedBy(const Arguments& arguments);
-Value starts(const Arguments& arguments);
-Value isStartedBy(const Arguments& arguments);
-Value isDuring(const Arguments& arguments);
-Value contains(const Arguments& arguments);
-Value finishes(const Arguments& arguments);
-Value isFinishedBy(const Arguments& arguments);
-Value equals(const Arguments& arguments);
+CSPlainValue isBefore(Arguments arguments);
+CSPlainValue isAfter(Arguments arguments);
+CSPlainValue meets(Arguments arguments);
+CSPlainValue isMetBy(Arguments arguments);
+CSPlainValue overlaps(Arguments arguments);
+CSPlainValue isOverlappedBy(Arguments arguments);
+CSPlainValue starts(Arguments arguments);
+CSPlainValue isStartedBy(Arguments arguments);
+CSPlainValue isDuring(Arguments arguments);
+CSPlainValue contains(Arguments arguments);
+CSPlainValue finishes(Arguments arguments);
+CSPlainValue isFinishedBy(Arguments arguments);
+CSPlainValue equals(Arguments arguments);
 
 // The definition of one of them; the first argument ends first when endsFirst is 0, the second when
 // it is 1.
@@ -39,12 +39,12 @@ OperatorDefinition intervalRelation(
     std::string name,
     std::string summary,
     std::optional<std::size_t> endsFirst,
-    Value (*evaluate)(const Arguments&));
+    CSPlainValue (*evaluate)(Arguments));
 // The same with the tolerance as an optional third argument.
 OperatorDefinition tolerantRelation(
     std::string name,
     std::string summary,
     std::optional<std::size_t> endsFirst,
-    Value (*evaluate)(const Arguments&));
+    CSPlainValue (*evaluate)(Arguments));
 
 } // namespace scenariomatch

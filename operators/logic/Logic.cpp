@@ -8,62 +8,50 @@ namespace scenariomatch
 namespace
 {
 
-struct Pair
+bool isPair(Arguments arguments)
 {
-    const CSBool* left = nullptr;
-    const CSBool* right = nullptr;
-};
-
-std::optional<Pair> pair(const Arguments& arguments)
-{
-    if (arguments.size() != 2) {
-        return std::nullopt;
-    }
-    const Pair found{truth(arguments[0]), truth(arguments[1])};
-    return found.left != nullptr && found.right != nullptr ? std::optional(found) : std::nullopt;
+    return arguments.size() == 2 && isTruth(arguments[0]) && isTruth(arguments[1]);
 }
 
-double confidenceOfEither(const CSBool& left, const CSBool& right)
+double confidenceOfEither(const CSPlainValue& left, const CSPlainValue& right)
 {
-    if (left.m_value && right.m_value) {
-        return std::max(left.m_confidence, right.m_confidence);
+    if (left.m_truth && right.m_truth) {
+        return std::max(left.m_number, right.m_number);
     }
-    if (left.m_value) {
-        return left.m_confidence;
+    if (left.m_truth) {
+        return left.m_number;
     }
-    return right.m_value ? right.m_confidence : left.m_confidence * right.m_confidence;
+    return right.m_truth ? right.m_number : left.m_number * right.m_number;
 }
 
 } // namespace
 
-Value conjunction(const Arguments& arguments)
+CSPlainValue conjunction(Arguments arguments)
 {
-    const auto both = pair(arguments);
-    if (!both) {
+    if (!isPair(arguments)) {
         return relation(false);
     }
-    return std::make_shared<CSBool>(
-        both->left->m_value && both->right->m_value,
-        both->left->m_confidence * both->right->m_confidence);
+    const CSPlainValue& left = arguments[0];
+    const CSPlainValue& right = arguments[1];
+    return CSPlainValue::boolean(left.m_truth && right.m_truth, left.m_number * right.m_number);
 }
 
-Value disjunction(const Arguments& arguments)
+CSPlainValue disjunction(Arguments arguments)
 {
-    const auto both = pair(arguments);
-    if (!both) {
+    if (!isPair(arguments)) {
         return relation(false);
     }
-    return std::make_shared<CSBool>(
-        both->left->m_value || both->right->m_value, confidenceOfEither(*both->left, *both->right));
+    const CSPlainValue& left = arguments[0];
+    const CSPlainValue& right = arguments[1];
+    return CSPlainValue::boolean(left.m_truth || right.m_truth, confidenceOfEither(left, right));
 }
 
-Value negation(const Arguments& arguments)
+CSPlainValue negation(Arguments arguments)
 {
-    const CSBool* operand = arguments.size() == 1 ? truth(arguments[0]) : nullptr;
-    if (operand == nullptr) {
+    if (arguments.size() != 1 || !isTruth(arguments[0])) {
         return relation(false);
     }
-    return std::make_shared<CSBool>(!operand->m_value, operand->m_confidence);
+    return CSPlainValue::boolean(!arguments[0].m_truth, arguments[0].m_number);
 }
 
 } // namespace scenariomatch

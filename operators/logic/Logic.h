@@ -12,10 +12,10 @@ namespace scenariomatch
 {
 
 // `and`: the confidence is the product of both.
-Value conjunction(const Arguments& arguments);
+CSPlainValue conjunction(Arguments arguments);
 // `or`: the confidence is the greatest of the true ones; when none is true, the product of both.
-Value disjunction(const Arguments& arguments);
+CSPlainValue disjunction(Arguments arguments);
 // `!`: the confidence stays.
-Value negation(const Arguments& arguments);
+CSPlainValue negation(Arguments arguments);
 
 } // namespace scenariomatch

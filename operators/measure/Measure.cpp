@@ -7,33 +7,33 @@ namespace
 {
 
 // Nothing for what has no duration.
-std::optional<double> length(const CSInterval* interval)
+std::optional<double> length(const CSPlainValue& value)
 {
-    if (interval == nullptr || !interval->m_start || !interval->m_end) {
+    if (!hasBothEnds(value)) {
         return std::nullopt;
     }
-    const double seconds = secondsBetween(*interval->m_start, *interval->m_end);
+    const double seconds = secondsBetween(*value.m_interval.start, *value.m_interval.end);
     return seconds >= 0.0 ? std::optional(seconds) : std::nullopt;
 }
 
 } // namespace
 
-Value duration(const Arguments& arguments)
+CSPlainValue duration(Arguments arguments)
 {
-    return arguments.size() == 1 ? measure(length(interval(arguments[0]))) : nullptr;
+    return arguments.size() == 1 ? measure(length(arguments[0])) : CSPlainValue();
 }
 
-Value gap(const Arguments& arguments)
+CSPlainValue gap(Arguments arguments)
 {
     if (arguments.size() != 2) {
-        return nullptr;
+        return {};
     }
-    const CSInterval* first = interval(arguments[0]);
-    const CSInterval* second = interval(arguments[1]);
+    const CSPlainValue& first = arguments[0];
+    const CSPlainValue& second = arguments[1];
     if (!length(first) || !length(second)) {
-        return nullptr;
+        return {};
     }
-    return measure(secondsBetween(*first->m_end, *second->m_start));
+    return measure(secondsBetween(*first.m_interval.end, *second.m_interval.start));
 }
 
 } // namespace scenariomatch

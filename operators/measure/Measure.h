@@ -12,8 +12,8 @@ namespace scenariomatch
 {
 
 // From start to end.
-Value duration(const Arguments& arguments);
+CSPlainValue duration(Arguments arguments);
 // From the end of the first to the start of the second; negative when the second starts earlier.
-Value gap(const Arguments& arguments);
+CSPlainValue gap(Arguments arguments);
 
 } // namespace scenariomatch

@@ -50,9 +50,10 @@ bool EarlierPositions::read(const History::value_type& entry)
     if (then == nullptr) {
         return false;
     }
-    const auto found = point(entry.second);
+    const CSPlainValue view(entry.second.get());
+    const Point* found = point(view);
     m_age = secondsBetween(*then, *m_now);
-    if (!found || !(m_age > 0.0)) {
+    if (found == nullptr || !(m_age > 0.0)) {
         return false;
     }
     m_position = *found;
@@ -62,8 +63,9 @@ bool EarlierPositions::read(const History::value_type& entry)
 std::optional<Point> previousPosition(const CSBasicType& current)
 {
     for (auto entry = newestBefore(current); entry != current.m_history.rend(); ++entry) {
-        if (const auto found = point(entry->second)) {
-            return found;
+        const CSPlainValue view(entry->second.get());
+        if (const Point* found = point(view)) {
+            return *found;
         }
     }
     return std::nullopt;

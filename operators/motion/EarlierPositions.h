@@ -35,7 +35,7 @@ private:
     const CSTimeStamp* m_now = nullptr;
     History::const_reverse_iterator m_next;
     History::const_reverse_iterator m_end;
-    Point m_position;
+    Point m_position{};
     double m_age = 0.0;
 };
 

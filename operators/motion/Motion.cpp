@@ -15,32 +15,38 @@ namespace
 // The move that a measure is about: from an earlier position to the current one.
 struct Move
 {
-    Point from;
-    Point to;
+    Point from{};
+    Point to{};
     double seconds = 0.0;
 };
 
-std::optional<Move> fromOldest(const Value& value, double seconds, const FrameTimes& times)
+// A finite point that is stored and so has a history; else null.
+const Point* storedPoint(const CSPlainValue& value)
 {
-    const auto current = point(value);
-    if (!current) {
+    return value.m_object != nullptr ? point(value) : nullptr;
+}
+
+std::optional<Move> fromOldest(const CSPlainValue& value, double seconds, const FrameTimes& times)
+{
+    const Point* current = storedPoint(value);
+    if (current == nullptr) {
         return std::nullopt;
     }
     std::optional<Move> move;
-    EarlierPositions earlier(*value, times);
+    EarlierPositions earlier(*value.m_object, times);
     while (earlier.next() && earlier.age() <= seconds) {
         move = Move{earlier.position(), *current, earlier.age()};
     }
     return move;
 }
 
-std::optional<Move> fromLatest(const Value& value, const FrameTimes& times)
+std::optional<Move> fromLatest(const CSPlainValue& value, const FrameTimes& times)
 {
-    const auto current = point(value);
-    if (!current) {
+    const Point* current = storedPoint(value);
+    if (current == nullptr) {
         return std::nullopt;
     }
-    EarlierPositions earlier(*value, times);
+    EarlierPositions earlier(*value.m_object, times);
     if (!earlier.next()) {
         return std::nullopt;
     }
@@ -48,7 +54,7 @@ std::optional<Move> fromLatest(const Value& value, const FrameTimes& times)
 }
 
 // The move of (p) or (p, seconds).
-std::optional<Move> lastMove(const Arguments& arguments, const FrameTimes& times)
+std::optional<Move> lastMove(Arguments arguments, const FrameTimes& times)
 {
     if (arguments.size() == 1) {
         return fromLatest(arguments[0], times);
@@ -70,13 +76,13 @@ std::optional<double> direction(const Move& move)
     return positive < kFullTurn ? positive : 0.0;
 }
 
-bool staysWithin(const Value& value, double seconds, double radius, const FrameTimes& times)
+bool staysWithin(const CSPlainValue& value, double seconds, double radius, const FrameTimes& times)
 {
-    const auto current = point(value);
-    if (!current) {
+    const Point* current = storedPoint(value);
+    if (current == nullptr) {
         return false;
     }
-    EarlierPositions earlier(*value, times);
+    EarlierPositions earlier(*value.m_object, times);
     while (earlier.next()) {
         if (!(distanceBetween(earlier.position(), *current) <= radius)) {
             return false;
@@ -89,20 +95,21 @@ bool staysWithin(const Value& value, double seconds, double radius, const FrameT
 }
 
 // Passages from right to left less those from left to right; nothing without a step or a line.
-std::optional<int> passages(const Arguments& arguments)
+std::optional<int> passages(Arguments arguments)
 {
     if (arguments.size() != 2 && arguments.size() != 3) {
         return std::nullopt;
     }
-    const auto to = point(arguments[0]);
-    const auto from = to ? previousPosition(*arguments[0]) : std::nullopt;
+    const Point* to = storedPoint(arguments[0]);
+    const auto from = to != nullptr ? previousPosition(*arguments[0].m_object) : std::nullopt;
     if (!from) {
         return std::nullopt;
     }
     if (arguments.size() == 3) {
-        const auto begin = point(arguments[1]);
-        const auto end = point(arguments[2]);
-        return begin && end ? std::optional(passage(*from, *to, *begin, *end)) : std::nullopt;
+        const Point* begin = point(arguments[1]);
+        const Point* end = point(arguments[2]);
+        return begin != nullptr && end != nullptr ? std::optional(passage(*from, *to, *begin, *end))
+                                                  : std::nullopt;
     }
     const auto* line = points(arguments[1]);
     return line != nullptr && line->size() >= 2 ? std::optional(passage(*from, *to, *line))
@@ -111,25 +118,25 @@ std::optional<int> passages(const Arguments& arguments)
 
 } // namespace
 
-Value speed(const Arguments& arguments, const FrameTimes& times)
+CSPlainValue speed(Arguments arguments, const FrameTimes& times)
 {
     const auto move = lastMove(arguments, times);
-    return move ? measure(distanceBetween(move->from, move->to) / move->seconds) : nullptr;
+    return move ? measure(distanceBetween(move->from, move->to) / move->seconds) : CSPlainValue();
 }
 
-Value displacement(const Arguments& arguments, const FrameTimes& times)
+CSPlainValue displacement(Arguments arguments, const FrameTimes& times)
 {
     const auto move = arguments.size() == 2 ? lastMove(arguments, times) : std::nullopt;
-    return move ? measure(distanceBetween(move->from, move->to)) : nullptr;
+    return move ? measure(distanceBetween(move->from, move->to)) : CSPlainValue();
 }
 
-Value heading(const Arguments& arguments, const FrameTimes& times)
+CSPlainValue heading(Arguments arguments, const FrameTimes& times)
 {
     const auto move = lastMove(arguments, times);
-    return move ? measure(direction(*move)) : nullptr;
+    return move ? measure(direction(*move)) : CSPlainValue();
 }
 
-Value isStationary(const Arguments& arguments, const FrameTimes& times)
+CSPlainValue isStationary(Arguments arguments, const FrameTimes& times)
 {
     if (arguments.size() != 3) {
         return relation(false);
@@ -141,17 +148,17 @@ Value isStationary(const Arguments& arguments, const FrameTimes& times)
         staysWithin(arguments[0], *seconds, *radius, times));
 }
 
-Value crossed(const Arguments& arguments)
+CSPlainValue crossed(Arguments arguments)
 {
     return relation(passages(arguments).value_or(0) != 0);
 }
 
-Value crossedLeft(const Arguments& arguments)
+CSPlainValue crossedLeft(Arguments arguments)
 {
     return relation(passages(arguments).value_or(0) > 0);
 }
 
-Value crossedRight(const Arguments& arguments)
+CSPlainValue crossedRight(Arguments arguments)
 {
     return relation(passages(arguments).value_or(0) < 0);
 }

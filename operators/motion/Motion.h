@@ -25,16 +25,16 @@ using FrameTimes = std::map<int, std::shared_ptr<CSTimeStamp>>;
 
 // speed(p), speed(p, seconds): distance per second, straight from the position before, or from the
 // oldest one of the last `seconds`. No value without such a position.
-Value speed(const Arguments& arguments, const FrameTimes& times);
+CSPlainValue speed(Arguments arguments, const FrameTimes& times);
 // displacement(p, seconds): straight distance from the oldest position of the last `seconds`.
-Value displacement(const Arguments& arguments, const FrameTimes& times);
+CSPlainValue displacement(Arguments arguments, const FrameTimes& times);
 // heading(p), heading(p, seconds): direction on the ground plane in degrees, 0 along x, 90 along y,
 // below 360. From the same position as speed; no value when the thing has not moved.
-Value heading(const Arguments& arguments, const FrameTimes& times);
+CSPlainValue heading(Arguments arguments, const FrameTimes& times);
 // stationary(p, seconds, radius): whether it has been within `radius` of where it is now, all the
 // last `seconds` long. A position at least that old must be known, or the answer is no; the
 // youngest of those counts too.
-Value isStationary(const Arguments& arguments, const FrameTimes& times);
+CSPlainValue isStationary(Arguments arguments, const FrameTimes& times);
 
 // crossed(p, line), crossed(p, from, to): whether the step from the position before to the current
 // one leads through the line to its other side, on the ground plane. The line is a list of two or
@@ -46,10 +46,10 @@ Value isStationary(const Arguments& arguments, const FrameTimes& times);
 // step it begins or ends, and a walker who steps on the line, along it, or through one of its
 // corners is counted once or not at all, as is right. A step that passes a folded line twice, there
 // and back, has not crossed it.
-Value crossed(const Arguments& arguments);
+CSPlainValue crossed(Arguments arguments);
 // From its right side to its left.
-Value crossedLeft(const Arguments& arguments);
+CSPlainValue crossedLeft(Arguments arguments);
 // From its left side to its right.
-Value crossedRight(const Arguments& arguments);
+CSPlainValue crossedRight(Arguments arguments);
 
 } // namespace scenariomatch

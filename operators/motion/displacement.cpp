@@ -16,7 +16,7 @@ OperatorDefinition operatorDefinition()
          "DOUBLE",
          true,
          {}},
-        [](const Arguments& arguments) { return displacement(arguments, frameTimes()); }};
+        [](Arguments arguments) { return displacement(arguments, frameTimes()); }};
 }
 
 } // namespace scenariomatch

@@ -17,7 +17,7 @@ OperatorDefinition operatorDefinition()
          "DOUBLE",
          true,
          {}},
-        [](const Arguments& arguments) { return heading(arguments, frameTimes()); }};
+        [](Arguments arguments) { return heading(arguments, frameTimes()); }};
 }
 
 } // namespace scenariomatch

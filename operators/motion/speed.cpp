@@ -17,7 +17,7 @@ OperatorDefinition operatorDefinition()
          "DOUBLE",
          true,
          {}},
-        [](const Arguments& arguments) { return speed(arguments, frameTimes()); }};
+        [](Arguments arguments) { return speed(arguments, frameTimes()); }};
 }
 
 } // namespace scenariomatch

@@ -17,7 +17,7 @@ OperatorDefinition operatorDefinition()
          "BOOL",
          true,
          {}},
-        [](const Arguments& arguments) { return isStationary(arguments, frameTimes()); }};
+        [](Arguments arguments) { return isStationary(arguments, frameTimes()); }};
 }
 
 } // namespace scenariomatch

@@ -80,30 +80,30 @@ std::optional<double> distanceToRing(const Point& place, const Ring& ring)
     return nearest;
 }
 
-std::optional<double> distanceOf(const Value& left, const Value& right)
+std::optional<double> distanceOf(const CSPlainValue& left, const CSPlainValue& right)
 {
-    const auto leftPoint = point(left);
-    const auto rightPoint = point(right);
-    if (leftPoint && rightPoint) {
+    const Point* leftPoint = point(left);
+    const Point* rightPoint = point(right);
+    if (leftPoint != nullptr && rightPoint != nullptr) {
         return distanceBetween(*leftPoint, *rightPoint);
     }
-    if (leftPoint) {
+    if (leftPoint != nullptr) {
         const Ring* ring = points(right);
         return ring != nullptr ? distanceToRing(*leftPoint, *ring) : std::nullopt;
     }
-    const Ring* ring = rightPoint ? points(left) : nullptr;
+    const Ring* ring = rightPoint != nullptr ? points(left) : nullptr;
     return ring != nullptr ? distanceToRing(*rightPoint, *ring) : std::nullopt;
 }
 
 // Nothing where in and out have no meaning.
-std::optional<bool> isInside(const Arguments& arguments)
+std::optional<bool> isInside(Arguments arguments)
 {
     if (arguments.size() != 2) {
         return std::nullopt;
     }
-    const auto place = point(arguments[0]);
+    const Point* place = point(arguments[0]);
     const Ring* ring = points(arguments[1]);
-    if (!place || ring == nullptr || ring->size() < kFewestCorners) {
+    if (place == nullptr || ring == nullptr || ring->size() < kFewestCorners) {
         return std::nullopt;
     }
     return isInside(*place, *ring);
@@ -111,22 +111,22 @@ std::optional<bool> isInside(const Arguments& arguments)
 
 } // namespace
 
-Value distance(const Arguments& arguments)
+CSPlainValue distance(Arguments arguments)
 {
-    return arguments.size() == 2 ? measure(distanceOf(arguments[0], arguments[1])) : nullptr;
+    return arguments.size() == 2 ? measure(distanceOf(arguments[0], arguments[1])) : CSPlainValue();
 }
 
-Value isIn(const Arguments& arguments)
+CSPlainValue isIn(Arguments arguments)
 {
     return relation(isInside(arguments) == true);
 }
 
-Value isOut(const Arguments& arguments)
+CSPlainValue isOut(Arguments arguments)
 {
     return relation(isInside(arguments) == false);
 }
 
-Value isNear(const Arguments& arguments)
+CSPlainValue isNear(Arguments arguments)
 {
     if (arguments.size() != 3) {
         return relation(false);

@@ -18,10 +18,10 @@ namespace scenariomatch
 
 // Between two points: in space when both have a height, else on the ground plane. Between a point
 // and a polygon (in either order): 0 inside, else the distance to the border.
-Value distance(const Arguments& arguments);
-Value isIn(const Arguments& arguments);
-Value isOut(const Arguments& arguments);
+CSPlainValue distance(Arguments arguments);
+CSPlainValue isIn(Arguments arguments);
+CSPlainValue isOut(Arguments arguments);
 // Whether the distance of the first two is at most the third.
-Value isNear(const Arguments& arguments);
+CSPlainValue isNear(Arguments arguments);
 
 } // namespace scenariomatch

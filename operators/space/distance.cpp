@@ -14,7 +14,9 @@ OperatorDefinition operatorDefinition()
          2,
          "DOUBLE",
          true,
-         {}},
+         {},
+         true,
+         CSOperatorMeaning::Distance},
         distance};
 }
 

@@ -14,7 +14,9 @@ OperatorDefinition operatorDefinition()
          3,
          "BOOL",
          true,
-         {}},
+         {},
+         true,
+         CSOperatorMeaning::Nearness},
         isNear};
 }
 

@@ -15,33 +15,33 @@ namespace
 // Whether exactly the comparisons that go with the order hold: -1 less, 0 the same, 1 greater.
 void expectOrder(const Value& left, const Value& right, int order)
 {
-    EXPECT_EQ(isTrue(isEqual({left, right})), order == 0);
-    EXPECT_EQ(isTrue(isDifferent({left, right})), order != 0);
-    EXPECT_EQ(isTrue(isLess({left, right})), order < 0);
-    EXPECT_EQ(isTrue(isLessOrEqual({left, right})), order <= 0);
-    EXPECT_EQ(isTrue(isGreater({left, right})), order > 0);
-    EXPECT_EQ(isTrue(isGreaterOrEqual({left, right})), order >= 0);
+    EXPECT_EQ(isTrue(answer(isEqual, {left, right})), order == 0);
+    EXPECT_EQ(isTrue(answer(isDifferent, {left, right})), order != 0);
+    EXPECT_EQ(isTrue(answer(isLess, {left, right})), order < 0);
+    EXPECT_EQ(isTrue(answer(isLessOrEqual, {left, right})), order <= 0);
+    EXPECT_EQ(isTrue(answer(isGreater, {left, right})), order > 0);
+    EXPECT_EQ(isTrue(answer(isGreaterOrEqual, {left, right})), order >= 0);
 }
 
-void expectNone(const Arguments& arguments)
+void expectNone(const Values& arguments)
 {
-    EXPECT_TRUE(isFalse(isEqual(arguments)));
-    EXPECT_TRUE(isFalse(isDifferent(arguments)));
-    EXPECT_TRUE(isFalse(isLess(arguments)));
-    EXPECT_TRUE(isFalse(isLessOrEqual(arguments)));
-    EXPECT_TRUE(isFalse(isGreater(arguments)));
-    EXPECT_TRUE(isFalse(isGreaterOrEqual(arguments)));
+    EXPECT_TRUE(isFalse(answer(isEqual, arguments)));
+    EXPECT_TRUE(isFalse(answer(isDifferent, arguments)));
+    EXPECT_TRUE(isFalse(answer(isLess, arguments)));
+    EXPECT_TRUE(isFalse(answer(isLessOrEqual, arguments)));
+    EXPECT_TRUE(isFalse(answer(isGreater, arguments)));
+    EXPECT_TRUE(isFalse(answer(isGreaterOrEqual, arguments)));
 }
 
 // For values that are the same or not, and have no order.
 void expectSameness(const Value& left, const Value& right, bool same)
 {
-    EXPECT_EQ(isTrue(isEqual({left, right})), same);
-    EXPECT_EQ(isTrue(isDifferent({left, right})), !same);
-    EXPECT_TRUE(isFalse(isLess({left, right})));
-    EXPECT_TRUE(isFalse(isLessOrEqual({left, right})));
-    EXPECT_TRUE(isFalse(isGreater({left, right})));
-    EXPECT_TRUE(isFalse(isGreaterOrEqual({left, right})));
+    EXPECT_EQ(isTrue(answer(isEqual, {left, right})), same);
+    EXPECT_EQ(isTrue(answer(isDifferent, {left, right})), !same);
+    EXPECT_TRUE(isFalse(answer(isLess, {left, right})));
+    EXPECT_TRUE(isFalse(answer(isLessOrEqual, {left, right})));
+    EXPECT_TRUE(isFalse(answer(isGreater, {left, right})));
+    EXPECT_TRUE(isFalse(answer(isGreaterOrEqual, {left, right})));
 }
 
 } // namespace
@@ -112,7 +112,7 @@ TEST(Comparison, ComparesIntervalsByTheirTimes)
 
 TEST(Comparison, IsFalseForUnlikeKinds)
 {
-    const Arguments kinds{
+    const Values kinds{
         whole(1),
         word("1"),
         stamp(1),

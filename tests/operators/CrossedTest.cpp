@@ -28,12 +28,11 @@ std::string story(const std::vector<Value>& positions, const Value& line)
 {
     std::string told;
     for (std::size_t i = 1; i < positions.size(); ++i) {
-        const Value step = walked(
-            {positions[i - 1],
-             std::make_shared<CS2DDPoint>(point(positions[i])->x, point(positions[i])->y)});
-        const bool left = isTrue(crossedLeft({step, line}));
-        const bool right = isTrue(crossedRight({step, line}));
-        EXPECT_EQ(isTrue(crossed({step, line})), left || right);
+        const CSPlainValue here(positions[i].get());
+        const Value step = walked({positions[i - 1], at(here.m_point.x, here.m_point.y)});
+        const bool left = isTrue(answer(crossedLeft, {step, line}));
+        const bool right = isTrue(answer(crossedRight, {step, line}));
+        EXPECT_EQ(isTrue(answer(crossed, {step, line})), left || right);
         EXPECT_FALSE(left && right);
         told += left ? 'L' : right ? 'R' : '-';
     }
@@ -113,10 +112,10 @@ TEST(Crossed, TellsSidesAsSeenAlongTheLine)
 TEST(Crossed, TakesALineOfTwoPoints)
 {
     const Value step = walked({at(1, 0, 3), at(-1, 0, 9)});
-    EXPECT_TRUE(isTrue(crossed({step, at(0, -1), at(0, 1)})));
-    EXPECT_TRUE(isTrue(crossedLeft({step, wholeAt(0, -1, 7), at(0, 1)})));
-    EXPECT_TRUE(isTrue(crossedRight({step, at(0, 1), at(0, -1)})));
-    EXPECT_TRUE(isFalse(crossed({step, at(0, 1), at(0, 2)})));
+    EXPECT_TRUE(isTrue(answer(crossed, {step, at(0, -1), at(0, 1)})));
+    EXPECT_TRUE(isTrue(answer(crossedLeft, {step, wholeAt(0, -1, 7), at(0, 1)})));
+    EXPECT_TRUE(isTrue(answer(crossedRight, {step, at(0, 1), at(0, -1)})));
+    EXPECT_TRUE(isFalse(answer(crossed, {step, at(0, 1), at(0, 2)})));
 }
 
 TEST(Crossed, EndsWhereTheLineEnds)
@@ -186,44 +185,43 @@ TEST(Crossed, PiecesWithoutLengthCountNothing)
 TEST(Crossed, NeedsNoTimes)
 {
     const Value position = walked({{1, at(1, 0)}, {50, at(-1, 0)}});
-    EXPECT_TRUE(isTrue(crossed({position, upwards()})));
+    EXPECT_TRUE(isTrue(answer(crossed, {position, upwards()})));
 }
 
 TEST(Crossed, LosesNoCrossingToAPositionThatIsNone)
 {
     for (const Value& entry :
-         Arguments{nullptr, word("?"), at(kNaN, 0), disguised("3DDPOINT"), square()}) {
+         Values{nullptr, word("?"), at(kNaN, 0), disguised("3DDPOINT"), square()}) {
         const Value position = walked({{1, at(1, 0)}, {2, entry}, {3, at(-1, 0)}});
-        EXPECT_TRUE(isTrue(crossedLeft({position, upwards()})));
+        EXPECT_TRUE(isTrue(answer(crossedLeft, {position, upwards()})));
     }
 }
 
 TEST(Crossed, PassesOverAPositionStoredTwiceInTheFrame)
 {
     const Value position = walked({{1, at(1, 0)}, {2, at(-1, 0)}, {2, at(-2, 0)}});
-    EXPECT_TRUE(isTrue(crossedLeft({position, upwards()})));
+    EXPECT_TRUE(isTrue(answer(crossedLeft, {position, upwards()})));
 }
 
 TEST(Crossed, IsFalseForWrongArguments)
 {
     const Value step = walked({at(1, 0), at(-1, 0)});
     for (const auto relation : {crossed, crossedLeft, crossedRight}) {
-        EXPECT_TRUE(isFalse(relation({})));
-        EXPECT_TRUE(isFalse(relation({step})));
-        EXPECT_TRUE(isFalse(relation({step, at(0, -1), at(0, 1), at(0, 2)})));
-        EXPECT_TRUE(isFalse(relation({at(-1, 0), upwards()})));
-        for (const Value& wrong :
-             Arguments{nullptr, whole(1), at(kNaN, 0), disguised("3DDPOINTS")}) {
-            EXPECT_TRUE(isFalse(relation({wrong, upwards()})));
-            EXPECT_TRUE(isFalse(relation({step, wrong})));
-            EXPECT_TRUE(isFalse(relation({step, wrong, at(0, 1)})));
-            EXPECT_TRUE(isFalse(relation({step, at(0, -1), wrong})));
+        EXPECT_TRUE(isFalse(answer(relation, {})));
+        EXPECT_TRUE(isFalse(answer(relation, {step})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, at(0, -1), at(0, 1), at(0, 2)})));
+        EXPECT_TRUE(isFalse(answer(relation, {at(-1, 0), upwards()})));
+        for (const Value& wrong : Values{nullptr, whole(1), at(kNaN, 0), disguised("3DDPOINTS")}) {
+            EXPECT_TRUE(isFalse(answer(relation, {wrong, upwards()})));
+            EXPECT_TRUE(isFalse(answer(relation, {step, wrong})));
+            EXPECT_TRUE(isFalse(answer(relation, {step, wrong, at(0, 1)})));
+            EXPECT_TRUE(isFalse(answer(relation, {step, at(0, -1), wrong})));
         }
-        EXPECT_TRUE(isFalse(relation({step, ring({})})));
-        EXPECT_TRUE(isFalse(relation({step, ring({{0, 0, 0}})})));
-        EXPECT_TRUE(isFalse(relation({step, ring({{0, -5, 0}, {0, kNaN, 0}})})));
-        EXPECT_TRUE(isFalse(relation({step, at(0, -1)})));
-        EXPECT_TRUE(isFalse(relation({step, upwards(), at(0, 1)})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, ring({})})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, ring({{0, 0, 0}})})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, ring({{0, -5, 0}, {0, kNaN, 0}})})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, at(0, -1)})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, upwards(), at(0, 1)})));
     }
 }
 

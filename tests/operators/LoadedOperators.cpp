@@ -3,7 +3,10 @@
 #include <QPluginLoader>
 #include <QString>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 
 namespace scenariomatch::samples
@@ -29,12 +32,39 @@ std::vector<LoadedOperator> load()
     return operators;
 }
 
+bool isSameNumber(double left, double right)
+{
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+// An argument handed on is the same object on both ways; a result of the operator's own has none.
+bool isSame(const Value& object, const CSPlainValue& plain, const Values& arguments)
+{
+    if (plain.m_object != nullptr || !object) {
+        return object.get() == plain.m_object && (object || plain.isNone());
+    }
+    if (std::find(arguments.begin(), arguments.end(), object) != arguments.end()) {
+        return false;
+    }
+    const CSPlainValue view(object.get());
+    return view.m_kind == plain.m_kind && view.m_truth == plain.m_truth &&
+           (view.isBool() || view.isNumber()) && isSameNumber(view.m_number, plain.m_number);
+}
+
 } // namespace
 
 const std::vector<LoadedOperator>& loadedOperators()
 {
     static const std::vector<LoadedOperator> kOperators = load();
     return kOperators;
+}
+
+Value evaluate(CSOperatorInterfaceAbstract& op, const Values& arguments)
+{
+    Value found = op.evaluate(arguments);
+    const std::vector<CSPlainValue> plain = views(arguments);
+    EXPECT_TRUE(isSame(found, op.evaluatePlain(plain), arguments)) << op.m_name;
+    return found;
 }
 
 CSOperatorInterfaceAbstract* findOperator(const std::string& name)

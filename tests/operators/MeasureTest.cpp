@@ -26,21 +26,21 @@ Value noEnd()
 
 TEST(Measure, DurationIsFromStartToEnd)
 {
-    EXPECT_EQ(number(duration({span(960, 1000)})), 0.04);
-    EXPECT_EQ(number(duration({span(0, 90500)})), 90.5);
-    EXPECT_EQ(number(duration({span(700, 700)})), 0.0);
+    EXPECT_EQ(number(answer(duration, {span(960, 1000)})), 0.04);
+    EXPECT_EQ(number(answer(duration, {span(0, 90500)})), 90.5);
+    EXPECT_EQ(number(answer(duration, {span(700, 700)})), 0.0);
 }
 
 TEST(Measure, GapIsFromTheFirstsEndToTheSecondsStart)
 {
-    EXPECT_EQ(number(gap({span(0, 1000), span(1040, 5000)})), 0.04);
-    EXPECT_EQ(number(gap({span(0, 1000), span(1000, 5000)})), 0.0);
-    EXPECT_EQ(number(gap({span(0, 3000), span(1000, 5000)})), -2.0);
+    EXPECT_EQ(number(answer(gap, {span(0, 1000), span(1040, 5000)})), 0.04);
+    EXPECT_EQ(number(answer(gap, {span(0, 1000), span(1000, 5000)})), 0.0);
+    EXPECT_EQ(number(answer(gap, {span(0, 3000), span(1000, 5000)})), -2.0);
 }
 
 TEST(Measure, HasNoValueForABrokenInterval)
 {
-    for (const Value& broken : Arguments{
+    for (const Value& broken : Values{
              nullptr,
              std::make_shared<CSInterval>(),
              noEnd(),
@@ -48,19 +48,19 @@ TEST(Measure, HasNoValueForABrokenInterval)
              span(1000, 999),
              whole(3),
              disguised("INTERVAL")}) {
-        EXPECT_EQ(duration({broken}), nullptr);
-        EXPECT_EQ(gap({broken, span(0, 1)}), nullptr);
-        EXPECT_EQ(gap({span(0, 1), broken}), nullptr);
+        EXPECT_EQ(answer(duration, {broken}), nullptr);
+        EXPECT_EQ(answer(gap, {broken, span(0, 1)}), nullptr);
+        EXPECT_EQ(answer(gap, {span(0, 1), broken}), nullptr);
     }
 }
 
 TEST(Measure, HasNoValueForWrongCounts)
 {
-    EXPECT_EQ(duration({}), nullptr);
-    EXPECT_EQ(duration({span(0, 1), span(0, 1)}), nullptr);
-    EXPECT_EQ(gap({}), nullptr);
-    EXPECT_EQ(gap({span(0, 1)}), nullptr);
-    EXPECT_EQ(gap({span(0, 1), span(0, 1), span(0, 1)}), nullptr);
+    EXPECT_EQ(answer(duration, {}), nullptr);
+    EXPECT_EQ(answer(duration, {span(0, 1), span(0, 1)}), nullptr);
+    EXPECT_EQ(answer(gap, {}), nullptr);
+    EXPECT_EQ(answer(gap, {span(0, 1)}), nullptr);
+    EXPECT_EQ(answer(gap, {span(0, 1), span(0, 1), span(0, 1)}), nullptr);
 }
 
 } // namespace scenariomatch

@@ -19,11 +19,11 @@ using namespace samples;
 namespace
 {
 
-// Arguments on which the operator has an answer: a true relation or a value. New ones at each call.
+// Values on which the operator has an answer: a true relation or a value. New ones at each call.
 struct Example
 {
     std::string name;
-    Arguments arguments;
+    Values arguments;
 };
 
 Value walking()
@@ -57,7 +57,7 @@ std::vector<Example> comparisonsAndLogic()
 
 std::vector<Example> arithmetic()
 {
-    const Arguments eight(8, whole(1));
+    const Values eight(8, whole(1));
     return {
         {"+", {whole(1), decimal(2)}},
         {"-", {whole(1), decimal(2)}},
@@ -178,7 +178,7 @@ bool isNoAnswer(const CSOperatorInterfaceAbstract& op, const Value& result)
     return op.describe().m_result == "BOOL" ? isFalse(result) : result == nullptr;
 }
 
-Arguments replaced(Arguments arguments, std::size_t position, const Value& value)
+Values replaced(Values arguments, std::size_t position, const Value& value)
 {
     arguments[position] = value;
     return arguments;
@@ -229,6 +229,7 @@ TEST_F(OperatorPlugins, DescribeThemselvesFully)
         const CSOperatorDescription description = loaded.object->describe();
         EXPECT_THAT(description.m_summary, testing::EndsWith("."));
         EXPECT_TRUE(description.m_pure);
+        EXPECT_TRUE(description.m_plain);
         EXPECT_GE(description.m_requiredArguments, 1U);
         EXPECT_LE(description.m_requiredArguments, description.m_arguments.size());
         for (const auto& types : description.m_arguments) {
@@ -276,12 +277,32 @@ TEST_F(OperatorPlugins, SayWhichIntervalEndsFirst)
     EXPECT_EQ(found, expected);
 }
 
+TEST_F(OperatorPlugins, SayWhatTheyMean)
+{
+    const std::map<std::string, CSOperatorMeaning> expected{
+        {"and", CSOperatorMeaning::Conjunction},
+        {"<", CSOperatorMeaning::AtMost},
+        {"<=", CSOperatorMeaning::AtMost},
+        {">", CSOperatorMeaning::AtLeast},
+        {">=", CSOperatorMeaning::AtLeast},
+        {"distance", CSOperatorMeaning::Distance},
+        {"near", CSOperatorMeaning::Nearness}};
+    std::map<std::string, CSOperatorMeaning> found;
+    for (const LoadedOperator& loaded : loadedOperators()) {
+        const CSOperatorMeaning meaning = loaded.object->describe().m_meaning;
+        if (meaning != CSOperatorMeaning::Any) {
+            found[loaded.object->m_name] = meaning;
+        }
+    }
+    EXPECT_EQ(found, expected);
+}
+
 TEST_F(OperatorPlugins, AnswerTheirExamples)
 {
     for (const Example& example : examples()) {
         CSOperatorInterfaceAbstract* op = findOperator(example.name);
         ASSERT_NE(op, nullptr) << example.name;
-        EXPECT_TRUE(isAnswer(*op, op->evaluate(example.arguments))) << example.name;
+        EXPECT_TRUE(isAnswer(*op, evaluate(*op, example.arguments))) << example.name;
     }
 }
 
@@ -290,7 +311,7 @@ TEST_F(OperatorPlugins, ResultsAreOfTheTypePromised)
     for (const Example& example : examples()) {
         CSOperatorInterfaceAbstract* op = findOperator(example.name);
         if (example.name != "value") {
-            EXPECT_EQ(op->evaluate(example.arguments)->m_type, op->describe().m_result)
+            EXPECT_EQ(evaluate(*op, example.arguments)->m_type, op->describe().m_result)
                 << example.name;
         }
     }
@@ -318,12 +339,12 @@ TEST_F(OperatorPlugins, GiveNoAnswerForWrongCounts)
     for (const Example& example : examples()) {
         CSOperatorInterfaceAbstract* op = findOperator(example.name);
         const CSOperatorDescription description = op->describe();
-        Arguments fewer = example.arguments;
+        Values fewer = example.arguments;
         fewer.resize(description.m_requiredArguments - 1);
-        EXPECT_TRUE(isNoAnswer(*op, op->evaluate(fewer))) << example.name;
-        Arguments more = example.arguments;
+        EXPECT_TRUE(isNoAnswer(*op, evaluate(*op, fewer))) << example.name;
+        Values more = example.arguments;
         more.resize(description.m_arguments.size() + 1, example.arguments.back());
-        EXPECT_TRUE(isNoAnswer(*op, op->evaluate(more))) << example.name;
+        EXPECT_TRUE(isNoAnswer(*op, evaluate(*op, more))) << example.name;
     }
 }
 
@@ -331,15 +352,15 @@ TEST_F(OperatorPlugins, GiveNoAnswerForMissingArguments)
 {
     for (const LoadedOperator& loaded : loadedOperators()) {
         for (std::size_t count = 0; count <= 10; ++count) {
-            const Arguments missing(count);
-            EXPECT_TRUE(isNoAnswer(*loaded.object, loaded.object->evaluate(missing)))
+            const Values missing(count);
+            EXPECT_TRUE(isNoAnswer(*loaded.object, evaluate(*loaded.object, missing)))
                 << loaded.file << " of " << count;
         }
     }
     for (const Example& example : examples()) {
         CSOperatorInterfaceAbstract* op = findOperator(example.name);
         for (std::size_t i = 0; i < example.arguments.size(); ++i) {
-            EXPECT_TRUE(isNoAnswer(*op, op->evaluate(replaced(example.arguments, i, nullptr))))
+            EXPECT_TRUE(isNoAnswer(*op, evaluate(*op, replaced(example.arguments, i, nullptr))))
                 << example.name << " " << i;
         }
     }
@@ -355,7 +376,7 @@ TEST_F(OperatorPlugins, GiveNoAnswerForTypesTheyDoNotName)
                     continue;
                 }
                 EXPECT_TRUE(
-                    isNoAnswer(*op, op->evaluate(replaced(example.arguments, i, anyOf(tag)))))
+                    isNoAnswer(*op, evaluate(*op, replaced(example.arguments, i, anyOf(tag)))))
                     << example.name << " " << i << " " << tag;
             }
         }
@@ -368,8 +389,8 @@ TEST_F(OperatorPlugins, GiveNoAnswerForATagThatIsNotTheClass)
         CSOperatorInterfaceAbstract* op = findOperator(example.name);
         for (std::size_t i = 0; i < example.arguments.size() && example.name != "value"; ++i) {
             for (const std::string& tag : anyTypes()) {
-                const Arguments arguments = replaced(example.arguments, i, disguised(tag));
-                EXPECT_TRUE(isNoAnswer(*op, op->evaluate(arguments)))
+                const Values arguments = replaced(example.arguments, i, disguised(tag));
+                EXPECT_TRUE(isNoAnswer(*op, evaluate(*op, arguments)))
                     << example.name << " " << i << " " << tag;
             }
         }
@@ -383,7 +404,7 @@ TEST_F(OperatorPlugins, GiveNoAnswerForNaN)
         for (std::size_t i = 0; i < example.arguments.size(); ++i) {
             const Value broken = withNaN(example.arguments[i]);
             if (broken && example.name != "value") {
-                EXPECT_TRUE(isNoAnswer(*op, op->evaluate(replaced(example.arguments, i, broken))))
+                EXPECT_TRUE(isNoAnswer(*op, evaluate(*op, replaced(example.arguments, i, broken))))
                     << example.name << " " << i;
             }
         }
@@ -395,9 +416,9 @@ TEST_F(OperatorPlugins, MotionReadsTheEnginesTimesAndAddsNone)
     const auto known = CSEngine::h_currentTime;
     CSOperatorInterfaceAbstract* speed = findOperator("speed");
     const Value late = walked({{100, at(0, 0)}, {101, at(1, 0)}});
-    EXPECT_EQ(speed->evaluate({late}), nullptr);
+    EXPECT_EQ(evaluate(*speed, {late}), nullptr);
     EXPECT_EQ(CSEngine::h_currentTime, known);
-    EXPECT_DOUBLE_EQ(number(speed->evaluate({walking()})).value(), 50.0);
+    EXPECT_DOUBLE_EQ(number(evaluate(*speed, {walking()})).value(), 50.0);
 }
 
 } // namespace scenariomatch

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "operators/Boxes.h"
 #include "operators/Values.h"
 
 #include <initializer_list>
 #include <limits>
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 // Values for the tests of operators, in a few letters each.
 namespace scenariomatch::samples
 {
+
+using Values = std::vector<Value>;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -99,17 +104,32 @@ inline Value disguised(const std::string& tag)
     return std::make_shared<CSString>(CSBasicType(tag));
 }
 
+// What an operator makes of value objects; a motion also takes the frames' times.
+template <class... More>
+Value answer(
+    CSPlainValue (*compute)(Arguments, More...),
+    const Values& values,
+    const std::type_identity_t<More>&... more)
+{
+    return boxed(compute(views(values), more...), values);
+}
+
+inline std::optional<double> number(const Value& value)
+{
+    return scenariomatch::number(CSPlainValue(value.get()));
+}
+
 inline bool isTrue(const Value& value)
 {
-    const CSBool* found = truth(value);
-    return found != nullptr && found->m_value;
+    const CSPlainValue found(value.get());
+    return isTruth(found) && found.m_truth;
 }
 
 // A truth value that is false; anything else is no answer to a relation.
 inline bool isFalse(const Value& value)
 {
-    const CSBool* found = truth(value);
-    return found != nullptr && !found->m_value;
+    const CSPlainValue found(value.get());
+    return isTruth(found) && !found.m_truth;
 }
 
 } // namespace scenariomatch::samples

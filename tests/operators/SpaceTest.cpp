@@ -14,47 +14,47 @@ namespace
 
 void expectInside(const Value& place, const Value& polygon, bool inside)
 {
-    EXPECT_EQ(isTrue(isIn({place, polygon})), inside);
-    EXPECT_EQ(isTrue(isOut({place, polygon})), !inside);
+    EXPECT_EQ(isTrue(answer(isIn, {place, polygon})), inside);
+    EXPECT_EQ(isTrue(answer(isOut, {place, polygon})), !inside);
 }
 
-void expectNeither(const Arguments& arguments)
+void expectNeither(const Values& arguments)
 {
-    EXPECT_TRUE(isFalse(isIn(arguments)));
-    EXPECT_TRUE(isFalse(isOut(arguments)));
+    EXPECT_TRUE(isFalse(answer(isIn, arguments)));
+    EXPECT_TRUE(isFalse(answer(isOut, arguments)));
 }
 
 } // namespace
 
 TEST(Space, DistanceIsInSpaceWhenBothHaveAHeight)
 {
-    EXPECT_EQ(number(distance({at(0, 0, 0), at(3, 4, 12)})), 13.0);
-    EXPECT_EQ(number(distance({wholeAt(0, 0, 0), at(3, 4, 12)})), 13.0);
-    EXPECT_EQ(number(distance({at(0, 0), at(3, 4, 12)})), 5.0);
-    EXPECT_EQ(number(distance({wholeAt(3, 4), at(0, 0)})), 5.0);
+    EXPECT_EQ(number(answer(distance, {at(0, 0, 0), at(3, 4, 12)})), 13.0);
+    EXPECT_EQ(number(answer(distance, {wholeAt(0, 0, 0), at(3, 4, 12)})), 13.0);
+    EXPECT_EQ(number(answer(distance, {at(0, 0), at(3, 4, 12)})), 5.0);
+    EXPECT_EQ(number(answer(distance, {wholeAt(3, 4), at(0, 0)})), 5.0);
 }
 
 TEST(Space, DistanceToAPolygonIsToItsBorderAndZeroInside)
 {
-    EXPECT_EQ(number(distance({at(5, 5), square()})), 0.0);
-    EXPECT_EQ(number(distance({at(10, 5), square()})), 0.0);
-    EXPECT_EQ(number(distance({at(12, 5), square()})), 2.0);
-    EXPECT_EQ(number(distance({at(13, 14), square()})), 5.0);
-    EXPECT_EQ(number(distance({square(), at(-2, 5)})), 2.0);
+    EXPECT_EQ(number(answer(distance, {at(5, 5), square()})), 0.0);
+    EXPECT_EQ(number(answer(distance, {at(10, 5), square()})), 0.0);
+    EXPECT_EQ(number(answer(distance, {at(12, 5), square()})), 2.0);
+    EXPECT_EQ(number(answer(distance, {at(13, 14), square()})), 5.0);
+    EXPECT_EQ(number(answer(distance, {square(), at(-2, 5)})), 2.0);
 }
 
 TEST(Space, DistanceToAPolygonIgnoresHeights)
 {
-    EXPECT_EQ(number(distance({at(12, 5, 100), square()})), 2.0);
-    EXPECT_EQ(number(distance({at(5, 5, 100), square()})), 0.0);
+    EXPECT_EQ(number(answer(distance, {at(12, 5, 100), square()})), 2.0);
+    EXPECT_EQ(number(answer(distance, {at(5, 5, 100), square()})), 0.0);
 }
 
 TEST(Space, DistanceToFewerThanThreePointsIsToThePointOrLine)
 {
-    EXPECT_EQ(number(distance({at(3, 4), ring({{0, 0, 0}})})), 5.0);
-    EXPECT_EQ(number(distance({at(5, 2), ring({{0, 0, 0}, {10, 0, 0}})})), 2.0);
-    EXPECT_EQ(number(distance({at(13, 4), ring({{0, 0, 0}, {10, 0, 0}})})), 5.0);
-    EXPECT_EQ(distance({at(0, 0), ring({})}), nullptr);
+    EXPECT_EQ(number(answer(distance, {at(3, 4), ring({{0, 0, 0}})})), 5.0);
+    EXPECT_EQ(number(answer(distance, {at(5, 2), ring({{0, 0, 0}, {10, 0, 0}})})), 2.0);
+    EXPECT_EQ(number(answer(distance, {at(13, 4), ring({{0, 0, 0}, {10, 0, 0}})})), 5.0);
+    EXPECT_EQ(answer(distance, {at(0, 0), ring({})}), nullptr);
 }
 
 TEST(Space, TheBorderIsInside)
@@ -138,47 +138,47 @@ TEST(Space, InAndOutAreFalseForWrongArguments)
 
 TEST(Space, DistanceHasNoValueForWrongArguments)
 {
-    EXPECT_EQ(distance({}), nullptr);
-    EXPECT_EQ(distance({at(0, 0)}), nullptr);
-    EXPECT_EQ(distance({at(0, 0), at(0, 0), at(0, 0)}), nullptr);
-    EXPECT_EQ(distance({square(), square()}), nullptr);
+    EXPECT_EQ(answer(distance, {}), nullptr);
+    EXPECT_EQ(answer(distance, {at(0, 0)}), nullptr);
+    EXPECT_EQ(answer(distance, {at(0, 0), at(0, 0), at(0, 0)}), nullptr);
+    EXPECT_EQ(answer(distance, {square(), square()}), nullptr);
     for (const Value& wrong :
-         Arguments{nullptr, whole(1), at(kNaN, 0), at(0, 0, kInfinity), disguised("2DDPOINT")}) {
-        EXPECT_EQ(distance({wrong, at(0, 0)}), nullptr);
-        EXPECT_EQ(distance({at(0, 0), wrong}), nullptr);
-        EXPECT_EQ(distance({wrong, square()}), nullptr);
-        EXPECT_EQ(distance({square(), wrong}), nullptr);
+         Values{nullptr, whole(1), at(kNaN, 0), at(0, 0, kInfinity), disguised("2DDPOINT")}) {
+        EXPECT_EQ(answer(distance, {wrong, at(0, 0)}), nullptr);
+        EXPECT_EQ(answer(distance, {at(0, 0), wrong}), nullptr);
+        EXPECT_EQ(answer(distance, {wrong, square()}), nullptr);
+        EXPECT_EQ(answer(distance, {square(), wrong}), nullptr);
     }
 }
 
 TEST(Space, DistanceTooLargeForANumberHasNoValue)
 {
     constexpr double kFar = 1e200;
-    EXPECT_EQ(distance({at(-kFar, 0), at(kFar, 0)}), nullptr);
-    EXPECT_TRUE(isFalse(isNear({at(-kFar, 0), at(kFar, 0), decimal(1)})));
+    EXPECT_EQ(answer(distance, {at(-kFar, 0), at(kFar, 0)}), nullptr);
+    EXPECT_TRUE(isFalse(answer(isNear, {at(-kFar, 0), at(kFar, 0), decimal(1)})));
 }
 
 TEST(Space, NearIsAtMostTheDistance)
 {
-    EXPECT_TRUE(isTrue(isNear({at(0, 0), at(3, 4), whole(5)})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(3, 4), decimal(4.999)})));
-    EXPECT_TRUE(isTrue(isNear({at(12, 5), square(), decimal(2)})));
-    EXPECT_TRUE(isTrue(isNear({at(5, 5), square(), whole(0)})));
-    EXPECT_TRUE(isFalse(isNear({at(5, 5), square(), whole(-1)})));
+    EXPECT_TRUE(isTrue(answer(isNear, {at(0, 0), at(3, 4), whole(5)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(3, 4), decimal(4.999)})));
+    EXPECT_TRUE(isTrue(answer(isNear, {at(12, 5), square(), decimal(2)})));
+    EXPECT_TRUE(isTrue(answer(isNear, {at(5, 5), square(), whole(0)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(5, 5), square(), whole(-1)})));
 }
 
 TEST(Space, NearIsFalseForWrongArguments)
 {
-    EXPECT_TRUE(isFalse(isNear({})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(0, 0)})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(0, 0), whole(1), whole(1)})));
-    EXPECT_TRUE(isFalse(isNear({nullptr, at(0, 0), whole(1)})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), nullptr, whole(1)})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(0, 0), nullptr})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(0, 0), decimal(kNaN)})));
-    EXPECT_TRUE(isFalse(isNear({at(0, 0), at(0, 0), word("1")})));
-    EXPECT_TRUE(isFalse(isNear({at(kNaN, 0), at(0, 0), whole(1)})));
-    EXPECT_TRUE(isFalse(isNear({whole(0), at(0, 0), whole(1)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(0, 0)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(0, 0), whole(1), whole(1)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {nullptr, at(0, 0), whole(1)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), nullptr, whole(1)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(0, 0), nullptr})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(0, 0), decimal(kNaN)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(0, 0), at(0, 0), word("1")})));
+    EXPECT_TRUE(isFalse(answer(isNear, {at(kNaN, 0), at(0, 0), whole(1)})));
+    EXPECT_TRUE(isFalse(answer(isNear, {whole(0), at(0, 0), whole(1)})));
 }
 
 } // namespace scenariomatch

@@ -10,16 +10,37 @@ namespace scenariomatch
 
 using namespace samples;
 
+namespace
+{
+
+CSPlainValue view(const Value& value)
+{
+    return CSPlainValue(value.get());
+}
+
+// The point of a view that is gone.
+std::optional<Point> pointOf(const Value& value)
+{
+    const CSPlainValue plain = view(value);
+    const Point* found = point(plain);
+    return found != nullptr ? std::optional(*found) : std::nullopt;
+}
+
+void expectNothing(const Value& value)
+{
+    SCOPED_TRACE(value ? value->m_type : "missing");
+    EXPECT_EQ(number(value), std::nullopt);
+    EXPECT_FALSE(isTruth(view(value)));
+    EXPECT_FALSE(hasBothEnds(view(value)));
+    EXPECT_FALSE(pointOf(value));
+    EXPECT_EQ(points(view(value)), nullptr);
+}
+
+} // namespace
+
 TEST(Values, ReadNothingFromAnEmptyPointer)
 {
-    const Value missing;
-    EXPECT_EQ(number(missing), std::nullopt);
-    EXPECT_EQ(truth(missing), nullptr);
-    EXPECT_EQ(text(missing), nullptr);
-    EXPECT_EQ(timeStamp(missing), nullptr);
-    EXPECT_EQ(interval(missing), nullptr);
-    EXPECT_FALSE(point(missing));
-    EXPECT_EQ(points(missing), nullptr);
+    expectNothing(nullptr);
 }
 
 TEST(Values, ReadNothingFromAValueWhoseTagIsNotItsClass)
@@ -27,14 +48,15 @@ TEST(Values, ReadNothingFromAValueWhoseTagIsNotItsClass)
     for (const std::string& tag : anyTypes()) {
         const Value value = disguised(tag);
         ASSERT_EQ(value->m_type, tag);
-        EXPECT_EQ(number(value), std::nullopt) << tag;
-        EXPECT_EQ(truth(value), nullptr) << tag;
-        EXPECT_EQ(text(value), nullptr) << tag;
-        EXPECT_EQ(timeStamp(value), nullptr) << tag;
-        EXPECT_EQ(interval(value), nullptr) << tag;
-        EXPECT_FALSE(point(value)) << tag;
-        EXPECT_EQ(points(value), nullptr) << tag;
+        expectNothing(value);
     }
+}
+
+TEST(Values, ReadNothingFromOtherKinds)
+{
+    expectNothing(word("3"));
+    expectNothing(stamp(3));
+    expectNothing(std::make_shared<CSAccessorAgent>("p", "Position"));
 }
 
 TEST(Values, ReadBothKindsOfNumbers)
@@ -43,23 +65,31 @@ TEST(Values, ReadBothKindsOfNumbers)
     EXPECT_EQ(number(decimal(2.5)), 2.5);
     EXPECT_EQ(number(decimal(kInfinity)), kInfinity);
     EXPECT_EQ(number(decimal(kNaN)), std::nullopt);
-    EXPECT_EQ(number(word("3")), std::nullopt);
+}
+
+TEST(Values, ReadIntervalsWithBothEnds)
+{
+    const auto start = stamp(0);
+    EXPECT_TRUE(hasBothEnds(view(span(0, 1))));
+    EXPECT_FALSE(hasBothEnds(CSPlainValue::interval(start.get(), nullptr)));
+    EXPECT_FALSE(hasBothEnds(CSPlainValue::interval(nullptr, start.get())));
+    EXPECT_TRUE(hasBothEnds(CSPlainValue::interval(start.get(), start.get())));
 }
 
 TEST(Values, ReadAllKindsOfPoints)
 {
-    const auto space = point(at(1, 2, 3));
+    const auto space = pointOf(at(1, 2, 3));
     ASSERT_TRUE(space);
     EXPECT_TRUE(space->hasHeight);
     EXPECT_EQ(space->z, 3.0);
-    const auto wholeSpace = point(wholeAt(1, 2, 3));
+    const auto wholeSpace = pointOf(wholeAt(1, 2, 3));
     ASSERT_TRUE(wholeSpace);
     EXPECT_TRUE(wholeSpace->hasHeight);
     EXPECT_EQ(wholeSpace->y, 2.0);
-    const auto plane = point(at(1, 2));
+    const auto plane = pointOf(at(1, 2));
     ASSERT_TRUE(plane);
     EXPECT_FALSE(plane->hasHeight);
-    const auto wholePlane = point(wholeAt(1, 2));
+    const auto wholePlane = pointOf(wholeAt(1, 2));
     ASSERT_TRUE(wholePlane);
     EXPECT_FALSE(wholePlane->hasHeight);
     EXPECT_EQ(wholePlane->x, 1.0);
@@ -67,18 +97,21 @@ TEST(Values, ReadAllKindsOfPoints)
 
 TEST(Values, ReadNoPointWithoutFiniteCoordinates)
 {
-    EXPECT_FALSE(point(at(kNaN, 0)));
-    EXPECT_FALSE(point(at(0, kInfinity)));
-    EXPECT_FALSE(point(at(0, 0, kNaN)));
-    EXPECT_EQ(points(ring({{0, 0, 0}, {0, kNaN, 0}})), nullptr);
-    EXPECT_EQ(points(ring({{0, 0, -kInfinity}})), nullptr);
-    ASSERT_NE(points(ring({})), nullptr);
+    EXPECT_FALSE(pointOf(at(kNaN, 0)));
+    EXPECT_FALSE(pointOf(at(0, kInfinity)));
+    EXPECT_FALSE(pointOf(at(0, 0, kNaN)));
+    const Value noNumber = ring({{0, 0, 0}, {0, kNaN, 0}});
+    const Value endless = ring({{0, 0, -kInfinity}});
+    const Value empty = ring({});
+    EXPECT_EQ(points(view(noNumber)), nullptr);
+    EXPECT_EQ(points(view(endless)), nullptr);
+    EXPECT_NE(points(view(empty)), nullptr);
 }
 
 TEST(Values, ReadNoTruthWithoutConfidence)
 {
-    EXPECT_EQ(truth(fact(true, kNaN)), nullptr);
-    EXPECT_NE(truth(fact(true, 0.0)), nullptr);
+    EXPECT_FALSE(isTruth(view(fact(true, kNaN))));
+    EXPECT_TRUE(isTruth(view(fact(true, 0.0))));
 }
 
 TEST(Values, MeasureInSpaceOnlyBetweenHeights)
@@ -100,10 +133,31 @@ TEST(Values, SecondsAreAsExactAsMilliseconds)
 
 TEST(Values, MakeNoMeasureThatIsNotFinite)
 {
-    EXPECT_EQ(measure(std::nullopt), nullptr);
-    EXPECT_EQ(measure(kNaN), nullptr);
-    EXPECT_EQ(measure(-kInfinity), nullptr);
+    EXPECT_TRUE(measure(std::nullopt).isNone());
+    EXPECT_TRUE(measure(kNaN).isNone());
+    EXPECT_TRUE(measure(-kInfinity).isNone());
     EXPECT_EQ(number(measure(4.0)), 4.0);
+}
+
+TEST(Values, AreBoxedByTheirKind)
+{
+    const Value truth = boxed(CSPlainValue::boolean(true, 0.25), {});
+    ASSERT_EQ(truth->m_type, "BOOL");
+    EXPECT_TRUE(isTrue(truth));
+    EXPECT_EQ(truth->m_confidence, 0.25);
+    const Value measured = boxed(CSPlainValue::number(2.5), {});
+    EXPECT_EQ(measured->m_type, "DOUBLE");
+    EXPECT_EQ(number(measured), 2.5);
+    EXPECT_EQ(boxed(CSPlainValue(), {whole(1)}), nullptr);
+}
+
+TEST(Values, AreBoxedAsTheArgumentTheyAre)
+{
+    const Values arguments{whole(1), nullptr, word("Desk"), whole(1)};
+    for (const Value& argument : arguments) {
+        EXPECT_EQ(boxed(view(argument), arguments), argument);
+    }
+    EXPECT_EQ(boxed(view(whole(1)), arguments), nullptr);
 }
 
 } // namespace scenariomatch
