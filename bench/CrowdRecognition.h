@@ -1,0 +1,80 @@
+#pragma once
+
+#include "app/TemporaryFile.h"
+#include "app/TrackFrame.h"
+#include "bench/Crowd.h"
+#include "bench/Floors.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class CSEngine;
+class ScenarioMatchProcess;
+
+namespace scenariomatch
+{
+
+// The engine, prepared by the recognition process from files as a user writes them, and fed with
+// the same values as the process feeds it; so that its inference can be timed by itself.
+//
+// One at a time: settings of the engine are class-wide. Operators are those of the build.
+//
+// Example:
+//     CrowdRecognition recognition(crowdFile("engine.txt"), {crowd.zoneA(), crowd.zoneB()});
+//     for (const TrackFrame& frame : crowd.frames()) {
+//         recognition.enter(frame);
+//         recognition.engine().infer();
+//     }
+class CrowdRecognition
+{
+public:
+    CrowdRecognition(const std::string& engineFile, const std::vector<CrowdZone>& zones);
+    CrowdRecognition(const CrowdRecognition&) = delete;
+    CrowdRecognition(CrowdRecognition&&) = delete;
+    CrowdRecognition& operator=(const CrowdRecognition&) = delete;
+    CrowdRecognition& operator=(CrowdRecognition&&) = delete;
+    ~CrowdRecognition();
+
+    CSEngine& engine() { return *m_engine; }
+
+    // Time, scene and actors of a frame.
+    void enter(const TrackFrame& frame);
+    void enterTime(const TrackFrame& frame);
+    void enterScene(const TrackFrame& frame);
+    void enterActors(const TrackFrame& frame);
+
+    // What an actor is given in each frame.
+    static constexpr int kAttributesPerActor = 13;
+
+private:
+    void enterActor(const TrackedActor& actor, int frame);
+
+    TemporaryFile m_context;
+    int m_zones;
+    std::unique_ptr<ScenarioMatchProcess> m_process;
+    std::shared_ptr<CSEngine> m_engine;
+};
+
+// A file of bench/crowd/.
+std::string crowdFile(const std::string& name);
+
+FloorZone floorZone(const CrowdZone& zone);
+
+// The people of a frame as the floors want them, with where they were in the frame entered before.
+class FloorInput
+{
+public:
+    void enter(const TrackFrame& frame);
+
+    FloorPeople people() const { return m_people; }
+
+    // Milliseconds.
+    std::int64_t now() const { return m_now; }
+
+private:
+    std::vector<FloorPerson> m_people;
+    std::int64_t m_now = 0;
+};
+
+} // namespace scenariomatch
