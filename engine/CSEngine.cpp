@@ -1,5 +1,7 @@
 #include "engine/CSEngine.h"
 
+#include "engine/Recognition.h"
+#include "scenario/AgentOperator.h"
 #include "scenario/OperatorCall.h"
 
 #include <algorithm>
@@ -8,6 +10,7 @@ std::map<int, std::shared_ptr<CSTimeStamp>> CSEngine::h_currentTime;
 std::int32_t CSEngine::m_historySize = 1;
 
 CSEngine::CSEngine()
+    : m_recognition(std::make_unique<Recognition>())
 {
     installFailureHandler();
 }

@@ -1,15 +1,11 @@
 #pragma once
 
-#include "engine/ComponentLookups.h"
 #include "engine/CSScenarioInstance.h"
-#include "engine/PrimitivePlan.h"
-#include "engine/RecognisedScenarios.h"
-#include "engine/RecognitionObserver.h"
-#include "scenario/AgentOperator.h"
 #include "scenario/CSAllScenarios.h"
 
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <list>
 #include <map>
 #include <memory>
@@ -17,6 +13,15 @@
 #include <set>
 #include <string>
 #include <vector>
+
+namespace scenariomatch
+{
+class AgentOperator;
+class PrimitivePlan;
+class RecognitionObserver;
+struct RecognisedEntry;
+enum class CompletionRejection : std::uint8_t;
+} // namespace scenariomatch
 
 // The number of ordered selections of k out of n, in unsigned 32-bit arithmetic that wraps; 0
 // unless n >= k >= 0.
@@ -129,7 +134,8 @@ public:
 
     const std::map<int, std::shared_ptr<CSAgent>>& agents() const { return m_agents; }
 
-    const std::map<int, std::shared_ptr<CSAgent>>& components() const { return m_components; }
+    // The pseudo-agents of recognised instances, by instance id, with all their attributes.
+    const std::map<int, std::shared_ptr<CSAgent>>& components() const;
 
     const std::shared_ptr<CSTimeStamp>& currentTime() const { return m_currentTime; }
 
@@ -163,6 +169,10 @@ public:
     // The observer must outlive its use; null for none.
     void setObserver(scenariomatch::RecognitionObserver* observer) { m_observer = observer; }
 
+    // Writes for people how the models are matched: in which order variables are bound, where each
+    // constraint is tested, what is computed once for all.
+    void printPlans(std::ostream& out);
+
     // Settings that the host writes.
     std::string m_operatorPluginPath;
     bool m_debug = false;
@@ -192,34 +202,25 @@ private:
     void noteOperatorFailure(const CSOperatorInterfaceAbstract& op, const std::string& what);
 
     // Agents
-    using AgentsByType = std::map<std::string, std::vector<std::shared_ptr<CSAgent>>>;
     bool isPresent(const CSAgent& agent) const;
-    AgentsByType presentAgents() const;
+
+    // What recognition works with (Recognition.h).
+    struct Recognition;
+    Recognition& preparedRecognition();
 
     // Primitive states
-    void preparePlans();
-    scenariomatch::PrimitivePlan::Candidates
-    candidatesFor(const scenariomatch::PrimitivePlan& plan, const AgentsByType& present) const;
-    void recogniseModel(
-        scenariomatch::PrimitivePlan& plan,
-        const AgentsByType& present,
-        InstancesByModel& newInstances);
+    void recogniseModel(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
     void recogniseCandidate(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
     bool isAccepted(const scenariomatch::PrimitivePlan& plan, double& confidence);
-    CSScenarioInstance&
+    bool holdsRest(const scenariomatch::PrimitivePlan& plan, double& confidence);
+    scenariomatch::RecognisedEntry&
     recordCandidate(const scenariomatch::PrimitivePlan& plan, double confidence);
-    void seedParents(const CSScenarioInstance& recognised, InstancesByModel& newInstances);
-    void seedComponent(
-        CSScenarioInstance& seed,
-        const CComponent& component,
-        const CSScenarioInstance& recognised);
-    std::shared_ptr<CSAgent>
-    refreshComponent(const CSScenarioInstance& recognised, const std::shared_ptr<CSTimeStamp>& end);
+    void seedParents(scenariomatch::RecognisedEntry& recognised, InstancesByModel& newInstances);
+    const std::shared_ptr<CSAgent>& refreshComponent(
+        scenariomatch::RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& end);
 
     // Composites
     struct Attempt;
-    const scenariomatch::RecognisedScenarios::Group*
-    recognisedFor(const CSScenarioInstance& candidate, std::size_t component) const;
     int countRecent(const std::string& modelName) const;
     bool isTooOld(const CSScenarioInstance& recognised) const;
     void completePending(const Instances& pending, Instances& completed);
@@ -227,7 +228,7 @@ private:
     std::shared_ptr<CSScenarioInstance> tryCompletion(
         const CSScenarioInstance& candidate,
         std::size_t component,
-        const CSScenarioInstance& recognised,
+        scenariomatch::RecognisedEntry& recognised,
         bool isFirst);
     std::optional<scenariomatch::CompletionRejection> joinParticipants(
         CSScenarioInstance& candidate,
@@ -235,12 +236,13 @@ private:
         const CSScenarioInstance& recognised) const;
     void recogniseComposite(
         const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances);
+    std::size_t verifyComposite(CSScenarioInstance& instance);
 
     // Recognised instances
-    CSScenarioInstance& recordInstance(const std::shared_ptr<CSScenarioInstance>& instance);
-    CSScenarioInstance&
-    extendRecognised(scenariomatch::RecognisedScenarios::Entry& entry, double confidence);
-    void addNew(const std::shared_ptr<CSScenarioInstance>& instance);
+    scenariomatch::RecognisedEntry&
+    recordInstance(const std::shared_ptr<CSScenarioInstance>& instance);
+    void extendRecognised(scenariomatch::RecognisedEntry& entry, double confidence);
+    scenariomatch::RecognisedEntry& addNew(const std::shared_ptr<CSScenarioInstance>& instance);
     bool isAboveThreshold(const CSScenario& model, double& confidence) const;
 
     CConstraint::OperatorTable m_operators;
@@ -258,16 +260,9 @@ private:
     std::shared_ptr<CSTimeStamp> m_currentTime;
     double m_constTimeSearch = CSScenarioInstance::m_const_TimeSearch;
 
-    scenariomatch::RecognisedScenarios m_recognisedScenarios;
+    std::unique_ptr<Recognition> m_recognition;
     int m_nextInstanceId = 0;
     InstancesByModel m_firstLevelCandidates;
     Statistics m_statistics;
     scenariomatch::RecognitionObserver* m_observer = nullptr;
-    // How each primitive state is matched, by model name; made anew when models were read or
-    // rewritten.
-    std::map<std::string, std::vector<scenariomatch::PrimitivePlan>> m_primitivePlans;
-    scenariomatch::ComponentLookups m_lookups;
-    bool m_plansAreCurrent = false;
-    // Identifiers of the agents of the candidate at hand; kept to save the allocation.
-    std::vector<int> m_participants;
 };

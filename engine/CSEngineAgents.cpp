@@ -74,6 +74,14 @@ bool CSEngine::isPresent(const CSAgent& agent) const
     return agent.m_constant || (m_currentTime && agent.m_frameID == m_currentTime->m_frameID);
 }
 
+const std::map<int, std::shared_ptr<CSAgent>>& CSEngine::components() const
+{
+    for (const auto& [id, component] : m_components) {
+        component->makeUp();
+    }
+    return m_components;
+}
+
 int CSEngine::getComponent(int id)
 {
     auto& component = m_components[id];

@@ -1,6 +1,7 @@
 #include "engine/Agents.h"
 #include "engine/Arguments.h"
-#include "engine/CSEngine.h"
+#include "engine/Recognition.h"
+#include "engine/RecognitionObserver.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,6 +10,8 @@ using scenariomatch::agentIdentifier;
 using scenariomatch::argumentAt;
 using scenariomatch::CompletionRejection;
 using scenariomatch::isPhysicalObject;
+using scenariomatch::RecognisedEntry;
+using scenariomatch::RecognisedGroup;
 using scenariomatch::RecognisedScenarios;
 
 namespace
@@ -57,13 +60,13 @@ bool bindsObjectTwice(const CConstraint::Bindings& bindings)
 
 struct CSEngine::Attempt
 {
-    const RecognisedScenarios::Entry* recognised;
+    RecognisedEntry* recognised;
     std::size_t pending;
 };
 
 void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded)
 {
-    preparePlans();
+    preparedRecognition();
     if (!m_currentTime) {
         return;
     }
@@ -92,7 +95,7 @@ bool CSEngine::isTooOld(const CSScenarioInstance& recognised) const
 
 int CSEngine::countRecent(const std::string& modelName) const
 {
-    const auto* group = m_recognisedScenarios.ofModel(modelName);
+    const auto* group = m_recognition->recognised.ofModel(modelName);
     if (group == nullptr) {
         return 0;
     }
@@ -103,23 +106,6 @@ int CSEngine::countRecent(const std::string& modelName) const
         --count;
     }
     return count;
-}
-
-// Where no observer wants to hear of those that do not fit, only instances with the shared
-// participant are looked at.
-const RecognisedScenarios::Group*
-CSEngine::recognisedFor(const CSScenarioInstance& candidate, std::size_t component) const
-{
-    const CSScenario& model = *candidate.m_scenario;
-    const std::string& subModel = model.m_components[component]->m_modelName;
-    const scenariomatch::ComponentLookup& lookup = m_lookups.of(model, component);
-    const auto shared = candidate.m_bindings.find(lookup.parentVariable);
-    if (m_observer != nullptr || lookup.subVariable.empty() ||
-        shared == candidate.m_bindings.end()) {
-        return m_recognisedScenarios.ofModel(subModel);
-    }
-    return m_recognisedScenarios.ofParticipant(
-        subModel, lookup.subVariable, agentIdentifier(shared->second));
 }
 
 // Candidates come in the order of the recognised instances, then of the pending ones.
@@ -135,11 +121,11 @@ void CSEngine::completePending(const Instances& pending, Instances& completed)
             recent[subModel] = countRecent(subModel);
         }
         m_statistics.completions += recent[subModel];
-        const auto* group = recognisedFor(*pending[i], component);
+        const RecognisedGroup* group = m_recognition->recognisedFor(*pending[i], component);
         if (group == nullptr) {
             continue;
         }
-        for (const auto* entry : group->items()) {
+        for (RecognisedEntry* entry : group->items()) {
             if (isTooOld(*entry->instance)) {
                 break;
             }
@@ -152,7 +138,7 @@ void CSEngine::completePending(const Instances& pending, Instances& completed)
     for (const Attempt& attempt : attempts) {
         const CSScenarioInstance& candidate = *pending[attempt.pending];
         const auto component = static_cast<std::size_t>(candidate.m_scenario->m_skipIndex);
-        auto joined = tryCompletion(candidate, component, *attempt.recognised->instance, true);
+        auto joined = tryCompletion(candidate, component, *attempt.recognised, true);
         if (joined) {
             completeRest(std::move(joined), completed);
         }
@@ -173,15 +159,15 @@ void CSEngine::completeRest(std::shared_ptr<CSScenarioInstance> candidate, Insta
     }
     const auto component = static_cast<std::size_t>(open - components.begin());
     m_statistics.completions += countRecent((*open)->m_modelName);
-    const auto* group = recognisedFor(*candidate, component);
+    const RecognisedGroup* group = m_recognition->recognisedFor(*candidate, component);
     if (group == nullptr) {
         return;
     }
-    for (const auto* entry : group->items()) {
+    for (RecognisedEntry* entry : group->items()) {
         if (isTooOld(*entry->instance)) {
             return;
         }
-        auto joined = tryCompletion(*candidate, component, *entry->instance, false);
+        auto joined = tryCompletion(*candidate, component, *entry, false);
         if (joined) {
             completeRest(std::move(joined), completed);
         }
@@ -191,9 +177,10 @@ void CSEngine::completeRest(std::shared_ptr<CSScenarioInstance> candidate, Insta
 std::shared_ptr<CSScenarioInstance> CSEngine::tryCompletion(
     const CSScenarioInstance& candidate,
     std::size_t component,
-    const CSScenarioInstance& recognised,
+    RecognisedEntry& entry,
     bool isFirst)
 {
+    const CSScenarioInstance& recognised = *entry.instance;
     const auto& components = candidate.m_scenario->m_components;
     const auto reject = [&](CompletionRejection reason) {
         if (m_observer != nullptr) {
@@ -219,7 +206,7 @@ std::shared_ptr<CSScenarioInstance> CSEngine::tryCompletion(
         return reject(*rejection);
     }
     joined->m_bindings[components[component]->m_variable] =
-        refreshComponent(recognised, recognised.m_end);
+        refreshComponent(entry, recognised.m_end);
     return joined;
 }
 
@@ -261,6 +248,14 @@ void CSEngine::recogniseComplexEvent(
     }
 }
 
+// A model that the engine has not prepared is verified as it stands.
+std::size_t CSEngine::verifyComposite(CSScenarioInstance& instance)
+{
+    auto& composites = m_recognition->composites;
+    const auto plan = composites.find(instance.m_scenario.get());
+    return plan == composites.end() ? instance.verifyConstraints() : plan->second.verify(instance);
+}
+
 void CSEngine::recogniseComposite(
     const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances)
 {
@@ -270,7 +265,7 @@ void CSEngine::recogniseComposite(
     if (m_observer != nullptr) {
         m_observer->candidateTested(model, bindings);
     }
-    const std::size_t held = instance->verifyConstraints();
+    const std::size_t held = verifyComposite(*instance);
     if (held < model.m_constraints.size()) {
         if (m_observer != nullptr) {
             m_observer->constraintFalse(model, bindings, held);

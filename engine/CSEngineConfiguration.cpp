@@ -1,5 +1,6 @@
-#include "engine/CSEngine.h"
+#include "engine/Recognition.h"
 #include "engine/SettingsFile.h"
+#include "scenario/AgentOperator.h"
 #include "types/TextFile.h"
 
 #include <functional>
@@ -47,7 +48,7 @@ void CSEngine::announce(const char* step) const
 void CSEngine::read(const std::string& fileName)
 {
     installFailureHandler();
-    m_plansAreCurrent = false;
+    m_recognition->plansAreCurrent = false;
     announce("Read the scenario models");
     m_allScenarios = std::make_unique<CSAllScenarios>();
     readEngineFile(fileName);
@@ -155,7 +156,7 @@ void CSEngine::rewriteAgentOperator()
 {
     if (m_allScenarios) {
         m_allScenarios->rewriteAgentOperator(m_agentOperators);
-        m_plansAreCurrent = false;
+        m_recognition->plansAreCurrent = false;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "engine/Agents.h"
-#include "engine/CSEngine.h"
+#include "engine/Recognition.h"
+#include "engine/RecognitionObserver.h"
 
 #include <iostream>
 #include <utility>
@@ -22,11 +23,11 @@ void CSEngine::infer()
     bool isFirstLevel = true;
     while (!newInstances.empty()) {
         createComplexEvent(candidates, newInstances);
-        if (std::exchange(isFirstLevel, false)) {
-            m_firstLevelCandidates = candidates;
-        }
         newInstances.clear();
         recogniseComplexEvent(candidates, newInstances);
+        if (std::exchange(isFirstLevel, false)) {
+            m_firstLevelCandidates.swap(candidates);
+        }
         candidates.clear();
         sortRecognisedScenarios();
     }
@@ -42,43 +43,48 @@ int CSEngine::addRecognisedEvent(
         startOut.reset();
         return -1;
     }
-    const CSScenarioInstance& recognised = recordInstance(instance);
+    const CSScenarioInstance& recognised = *recordInstance(instance).instance;
     startOut = recognised.m_start;
     return recognised.m_id;
 }
 
-CSScenarioInstance& CSEngine::recordInstance(const std::shared_ptr<CSScenarioInstance>& instance)
+scenariomatch::RecognisedEntry&
+CSEngine::recordInstance(const std::shared_ptr<CSScenarioInstance>& instance)
 {
-    std::vector<std::string> variables;
-    m_participants.clear();
+    auto& recognition = *m_recognition;
+    recognition.variables.clear();
+    recognition.participants.clear();
     for (const auto& [variable, agent] : instance->m_bindings) {
-        variables.push_back(variable);
-        m_participants.push_back(agentIdentifier(agent));
+        recognition.variables.push_back(variable);
+        recognition.participants.push_back(agentIdentifier(agent));
     }
-    auto* earlier = m_recognisedScenarios.findExtensible(
-        instance->m_scenario, variables, m_participants, *m_currentTime, m_constProlongation);
+    auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
+        recognition.recognised.indexOf(instance->m_scenario->m_name),
+        *instance->m_scenario,
+        recognition.variables,
+        recognition.participants,
+        *m_currentTime,
+        m_constProlongation);
     if (earlier != nullptr) {
-        return extendRecognised(*earlier, instance->m_confidence);
+        extendRecognised(*earlier, instance->m_confidence);
+        return *earlier;
     }
     // An object that stands in the list already is recognised a second time as another one.
-    const bool isThere = m_recognisedScenarios.has(*instance);
-    const auto added = isThere ? std::make_shared<CSScenarioInstance>(*instance) : instance;
-    addNew(added);
-    return *added;
+    const bool isThere = recognition.recognised.has(*instance);
+    return addNew(isThere ? std::make_shared<CSScenarioInstance>(*instance) : instance);
 }
 
-CSScenarioInstance&
-CSEngine::extendRecognised(scenariomatch::RecognisedScenarios::Entry& entry, double confidence)
+void CSEngine::extendRecognised(scenariomatch::RecognisedEntry& entry, double confidence)
 {
-    m_recognisedScenarios.extend(entry, m_currentTime, confidence);
+    m_recognition->recognised.extend(entry, m_currentTime, confidence);
     if (m_observer != nullptr) {
         m_observer->instanceExtended(*entry.instance);
     }
-    return *entry.instance;
 }
 
 // A completed composite keeps the start of the component that was looked up; all else starts now.
-void CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance)
+scenariomatch::RecognisedEntry&
+CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance)
 {
     instance->m_id = m_nextInstanceId++;
     instance->m_end = m_currentTime;
@@ -91,10 +97,12 @@ void CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance)
             agent->m_instances[instance->m_id] = 1;
         }
     }
-    m_recognisedScenarios.add(instance);
+    auto& recognised = m_recognition->recognised;
+    auto& entry = recognised.add(recognised.indexOf(instance->m_scenario->m_name), instance);
     if (m_observer != nullptr) {
         m_observer->instanceNew(*instance);
     }
+    return entry;
 }
 
 bool CSEngine::isConfident(const std::shared_ptr<CSScenarioInstance>& instance) const
@@ -120,7 +128,7 @@ void CSEngine::cleanRecognisedScenario()
     if (!m_currentTime) {
         return;
     }
-    m_recognisedScenarios.removeExpired(
+    m_recognition->recognised.removeExpired(
         *m_currentTime, m_constTimeSearch, [this](const CSScenarioInstance& instance) {
             for (const auto& [variable, agent] : instance.m_bindings) {
                 if (agent) {
@@ -136,12 +144,12 @@ void CSEngine::cleanRecognisedScenario()
 
 void CSEngine::sortRecognisedScenarios()
 {
-    m_recognisedScenarios.sort();
+    m_recognition->recognised.sort();
 }
 
 const std::list<std::shared_ptr<CSScenarioInstance>>& CSEngine::recognisedScenarios() const
 {
-    return m_recognisedScenarios.list();
+    return m_recognition->recognised.list();
 }
 
 namespace

@@ -1,14 +1,15 @@
 #include "engine/Agents.h"
-#include "engine/Arguments.h"
-#include "engine/ConstraintsHold.h"
-#include "engine/CSEngine.h"
+#include "engine/Recognition.h"
+#include "engine/RecognitionObserver.h"
+#include "engine/Truth.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 using scenariomatch::agentIdentifier;
-using scenariomatch::argumentAt;
 using scenariomatch::PrimitivePlan;
+using scenariomatch::RecognisedEntry;
 
 namespace
 {
@@ -22,80 +23,37 @@ CConstraint::Bindings bindingsOf(const PrimitivePlan& plan)
     return bindings;
 }
 
+// A count that does not go beyond what an int can hold.
+int added(int count, std::uint64_t more)
+{
+    constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<int>::max());
+    return static_cast<int>(
+        std::min(static_cast<std::uint64_t>(count) + std::min(more, kMost), kMost));
+}
+
 } // namespace
 
 void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
 {
     m_statistics = {};
-    preparePlans();
+    Recognition& recognition = preparedRecognition();
     if (!m_currentTime) {
         return;
     }
-    const AgentsByType present = presentAgents();
-    for (auto& [name, plans] : m_primitivePlans) {
+    recognition.context->view.begin(m_agents, *m_currentTime, m_objectTypes);
+    recognition.context->shared.beginFrame();
+    for (auto& [name, plans] : recognition.primitives) {
         for (PrimitivePlan& plan : plans) {
-            recogniseModel(plan, present, newInstances);
+            recogniseModel(plan, newInstances);
         }
     }
 }
 
-void CSEngine::recogniseModel(
-    PrimitivePlan& plan, const AgentsByType& present, InstancesByModel& newInstances)
+void CSEngine::recogniseModel(PrimitivePlan& plan, InstancesByModel& newInstances)
 {
-    const PrimitivePlan::Candidates candidates = candidatesFor(plan, present);
-    if (plan.hasCandidates(candidates)) {
-        plan.enumerate(candidates, [&] { recogniseCandidate(plan, newInstances); });
-    }
-}
-
-void CSEngine::preparePlans()
-{
-    if (m_plansAreCurrent || !m_allScenarios) {
-        return;
-    }
-    m_primitivePlans.clear();
-    const auto group = m_allScenarios->m_scenariosByKind.find("PrimitiveState");
-    if (group != m_allScenarios->m_scenariosByKind.end()) {
-        for (const auto& model : group->second) {
-            m_primitivePlans[model->m_name].emplace_back(model);
-        }
-    }
-    m_lookups = scenariomatch::ComponentLookups(*m_allScenarios);
-    m_lookups.forEach([this](const std::string& modelName, const std::string& variable) {
-        m_recognisedScenarios.indexByParticipant(modelName, variable);
-    });
-    m_plansAreCurrent = true;
-}
-
-CSEngine::AgentsByType CSEngine::presentAgents() const
-{
-    AgentsByType present;
-    for (const auto& [id, agent] : m_agents) {
-        if (isPresent(*agent)) {
-            present[agent->m_type].push_back(agent);
-        }
-    }
-    return present;
-}
-
-PrimitivePlan::Candidates
-CSEngine::candidatesFor(const PrimitivePlan& plan, const AgentsByType& present) const
-{
-    PrimitivePlan::Candidates candidates;
-    for (const std::string& type : plan.types()) {
-        auto& group = candidates.emplace_back();
-        const auto subtypes = m_objectTypes.find(type);
-        if (subtypes == m_objectTypes.end()) {
-            continue;
-        }
-        for (const std::string& subtype : subtypes->second) {
-            const auto agents = present.find(subtype);
-            if (agents != present.end()) {
-                group.insert(group.end(), agents->second.begin(), agents->second.end());
-            }
-        }
-    }
-    return candidates;
+    const std::uint64_t candidates =
+        plan.enumerate([&] { recogniseCandidate(plan, newInstances); });
+    m_statistics.tested = added(m_statistics.tested, candidates);
 }
 
 void CSEngine::recogniseCandidate(PrimitivePlan& plan, InstancesByModel& newInstances)
@@ -110,19 +68,13 @@ void CSEngine::recogniseCandidate(PrimitivePlan& plan, InstancesByModel& newInst
 bool CSEngine::isAccepted(const PrimitivePlan& plan, double& confidence)
 {
     const CSScenario& model = *plan.model();
-    ++m_statistics.tested;
     if (m_observer != nullptr) {
         m_observer->candidateTested(model, bindingsOf(plan));
     }
-    const auto agentOf = [&plan](const CConstraint& leaf) -> const std::shared_ptr<CSAgent>& {
-        static const std::shared_ptr<CSAgent> none;
-        return leaf.m_slot < 0 ? none : plan.agent(static_cast<std::size_t>(leaf.m_slot));
-    };
-    const std::size_t held = scenariomatch::constraintsHeld(model, agentOf, confidence);
-    if (held < model.m_constraints.size()) {
-        if (m_observer != nullptr) {
-            m_observer->constraintFalse(model, bindingsOf(plan), held);
-        }
+    for (std::size_t constraint = 0; constraint < plan.tested(); ++constraint) {
+        confidence *= plan.confidence(constraint);
+    }
+    if (!holdsRest(plan, confidence)) {
         return false;
     }
     // A component of a primitive state is never bound, and a candidate with an unbound one is not
@@ -134,65 +86,85 @@ bool CSEngine::isAccepted(const PrimitivePlan& plan, double& confidence)
     return isConfident;
 }
 
-CSScenarioInstance& CSEngine::recordCandidate(const PrimitivePlan& plan, double confidence)
+// The constraints that the plan has not tested, in order up to the first that is false.
+bool CSEngine::holdsRest(const PrimitivePlan& plan, double& confidence)
 {
-    m_participants.clear();
-    for (std::size_t slot = 0; slot < plan.variables().size(); ++slot) {
-        m_participants.push_back(agentIdentifier(plan.agent(slot)));
+    const CSScenario& model = *plan.model();
+    const auto agentOf = [&plan](const CConstraint& leaf) -> const std::shared_ptr<CSAgent>& {
+        static const std::shared_ptr<CSAgent> none;
+        return leaf.m_slot < 0 ? none : plan.agent(static_cast<std::size_t>(leaf.m_slot));
+    };
+    for (std::size_t i = plan.tested(); i < model.m_constraints.size(); ++i) {
+        const auto value = scenariomatch::evaluateConstraint(*model.m_constraints[i], agentOf);
+        const scenariomatch::Truth truth(value.get());
+        if (!truth.holds) {
+            if (m_observer != nullptr) {
+                m_observer->constraintFalse(model, bindingsOf(plan), i);
+            }
+            return false;
+        }
+        confidence *= truth.confidence;
     }
-    auto* earlier = m_recognisedScenarios.findExtensible(
-        plan.model(), plan.variables(), m_participants, *m_currentTime, m_constProlongation);
+    return true;
+}
+
+RecognisedEntry& CSEngine::recordCandidate(const PrimitivePlan& plan, double confidence)
+{
+    Recognition& recognition = *m_recognition;
+    recognition.participants.clear();
+    for (std::size_t slot = 0; slot < plan.variables().size(); ++slot) {
+        recognition.participants.push_back(agentIdentifier(plan.agent(slot)));
+    }
+    auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
+        recognition.recognised.indexOf(plan.model()->m_name),
+        *plan.model(),
+        plan.variables(),
+        recognition.participants,
+        *m_currentTime,
+        m_constProlongation);
     if (earlier != nullptr) {
-        return extendRecognised(*earlier, confidence);
+        extendRecognised(*earlier, confidence);
+        return *earlier;
     }
     auto instance =
         std::make_shared<CSScenarioInstance>(plan.model(), m_currentTime, m_currentTime);
     instance->m_bindings = bindingsOf(plan);
     instance->m_confidence = confidence;
-    addNew(instance);
-    return *instance;
+    return addNew(instance);
 }
 
-void CSEngine::seedParents(const CSScenarioInstance& recognised, InstancesByModel& newInstances)
+void CSEngine::seedParents(RecognisedEntry& recognised, InstancesByModel& newInstances)
 {
-    const auto parents = m_allScenarios->m_parents.find(recognised.m_scenario->m_name);
-    if (parents == m_allScenarios->m_parents.end()) {
-        return;
-    }
-    for (const auto& parent : parents->second) {
-        auto seed = std::make_shared<CSScenarioInstance>(parent, m_currentTime, m_currentTime);
-        for (std::size_t k = 0; k < parent->m_components.size(); ++k) {
-            const CComponent& component = *parent->m_components[k];
-            const bool isSkipped = static_cast<int>(k) == parent->m_skipIndex;
-            if (!isSkipped && component.m_modelName == recognised.m_scenario->m_name) {
-                seedComponent(*seed, component, recognised);
-            }
+    Recognition& recognition = *m_recognition;
+    for (scenariomatch::Seeding& seeding :
+         recognition.outcomeOf(*recognised.instance->m_scenario, *m_allScenarios).seedings) {
+        const std::shared_ptr<CSAgent>* component = nullptr;
+        for (int i = 0; i < seeding.filled(); ++i) {
+            component = &refreshComponent(recognised, m_currentTime);
         }
-        newInstances[parent->m_name].push_back(std::move(seed));
+        newInstances[seeding.parent()->m_name].push_back(seeding.seed(
+            *recognised.instance,
+            component == nullptr ? nullptr : *component,
+            m_currentTime,
+            recognition.context->view.frame()));
     }
 }
 
-void CSEngine::seedComponent(
-    CSScenarioInstance& seed, const CComponent& component, const CSScenarioInstance& recognised)
+// The pseudo-agent of a recognised instance, as it is known in this frame.
+const std::shared_ptr<CSAgent>&
+CSEngine::refreshComponent(RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& end)
 {
-    seed.m_bindings[component.m_variable] = refreshComponent(recognised, m_currentTime);
-    for (const auto& [position, variable] : recognised.m_scenario->m_physicalObjects) {
-        if (const std::string* argument = argumentAt(component, position)) {
-            const auto agent = recognised.m_bindings.find(variable);
-            seed.m_bindings[*argument] =
-                agent == recognised.m_bindings.end() ? nullptr : agent->second;
-        }
+    const CSScenarioInstance& instance = *recognised.instance;
+    if (!recognised.component) {
+        recognised.component = m_components[getComponent(instance.m_id)];
+        auto attributes =
+            std::make_unique<scenariomatch::ComponentAttributes>(instance.m_scenario->m_name);
+        recognised.attributes = attributes.get();
+        recognised.component->m_late.hold(std::move(attributes));
     }
-}
-
-std::shared_ptr<CSAgent> CSEngine::refreshComponent(
-    const CSScenarioInstance& recognised, const std::shared_ptr<CSTimeStamp>& end)
-{
-    const int frame = m_currentTime->m_frameID;
-    const std::shared_ptr<CSAgent>& component = m_components[getComponent(recognised.m_id)];
-    component->m_confidence = recognised.m_confidence;
-    component->set("Interval", std::make_shared<CSInterval>(recognised.m_start, end), frame);
-    component->setFrameID(frame);
-    component->set("Name", std::make_shared<CSString>(recognised.m_scenario->m_name), frame);
-    return component;
+    CSAgent& component = *recognised.component;
+    component.m_confidence = instance.m_confidence;
+    component.m_frameID = m_currentTime->m_frameID;
+    recognised.attributes->renew(component, instance.m_start, end, m_currentTime->m_frameID);
+    return recognised.component;
 }

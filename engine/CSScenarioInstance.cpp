@@ -1,6 +1,7 @@
 #include "engine/CSScenarioInstance.h"
 
-#include "engine/ConstraintsHold.h"
+#include "engine/Truth.h"
+#include "scenario/ConstraintEvaluation.h"
 
 #include <utility>
 
@@ -36,10 +37,18 @@ std::size_t CSScenarioInstance::verifyConstraints()
         return bound == m_bindings.end() ? none : bound->second;
     };
     m_confidence = 1.0;
-    const std::size_t held = scenariomatch::constraintsHeld(*m_scenario, agentOf, m_confidence);
-    if (held < m_scenario->m_constraints.size()) {
-        m_confidence = 1.0;
+    double confidence = 1.0;
+    std::size_t held = 0;
+    for (const auto& constraint : m_scenario->m_constraints) {
+        const auto value = scenariomatch::evaluateConstraint(*constraint, agentOf);
+        const scenariomatch::Truth truth(value.get());
+        if (!truth.holds) {
+            return held;
+        }
+        confidence *= truth.confidence;
+        ++held;
     }
+    m_confidence = confidence;
     return held;
 }
 

@@ -1,97 +1,252 @@
 #pragma once
 
+#include "engine/Expression.h"
+#include "engine/FrameView.h"
+#include "engine/Neighbourhoods.h"
+#include "engine/SharedValues.h"
 #include "scenario/CSScenario.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <iosfwd>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace scenariomatch
 {
 
+// What the plans of all models share: the view of the frame, and what is computed once for all.
+struct PlanContext
+{
+    FrameView view;
+    OperatorPromises promises;
+    SharedValues shared;
+    Neighbourhoods neighbourhoods;
+};
+
 // How the candidates of a primitive state are enumerated and tested, made once per model.
 //
 // The model's variables have slots, in the order of their names. Candidates are the ordered
 // selections of agents, type by type (ascending type names), variable by variable (in order of
-// declaration), the first varying slowest.
+// declaration), the first varying slowest. The plan visits, in that order, those of which the
+// model's leading constraints hold: the pure ones before the first that is not. Each of these is
+// tested as soon as its variables are bound, and variables are bound in the order that lets most be
+// tested soon; a bound on a distance chooses the agents that can be within it.
+//
+// Example: for near_in_A (p, q : Person, z : Zone; z->Name = A, p in z, q in z, distance(p, q) <
+// 1.5) first the zones named A, then for each the people in it, then for each those within 1.5 of
+// them who are in it too.
 class CS_EXPORT PrimitivePlan
 {
 public:
-    // Also tells the leaves of the model's constraints their slots.
-    explicit PrimitivePlan(std::shared_ptr<CSScenario> scenario);
+    // Also tells the leaves of the model's constraints their slots. With isPlain nothing is tested
+    // early: every candidate is visited. Context and model outlive the plan.
+    PrimitivePlan(std::shared_ptr<CSScenario> scenario, PlanContext& context, bool isPlain);
 
-    // The agents that may take part in this frame, per type group.
-    using Candidates = std::vector<std::vector<std::shared_ptr<CSAgent>>>;
+    // Takes part in what all models share; once, after all plans are made.
+    void countShared();
+    void prepareTests();
 
-    // Whether the plain enumeration of these candidates, whose counts are 32-bit numbers, yields
-    // any.
-    bool hasCandidates(const Candidates& candidates) const;
-
-    // Calls visit() for each candidate in order, with the slots filled. The candidates must outlive
-    // the slots' use.
+    // Calls visit() for each candidate of the frame whose tested constraints hold, with agents and
+    // confidences set. Returns the number of all candidates.
     template <class Visit>
-    void enumerate(const Candidates& candidates, Visit&& visit);
+    std::uint64_t enumerate(Visit&& visit);
 
     const std::shared_ptr<CSScenario>& model() const { return m_model; }
 
     const std::vector<std::string>& variables() const { return m_variables; }
 
-    const std::vector<std::string>& types() const { return m_types; }
+    const std::shared_ptr<CSAgent>& agent(std::size_t slot) const
+    {
+        return m_context.view.agent(m_agents[slot]);
+    }
 
-    const std::shared_ptr<CSAgent>& agent(std::size_t slot) const { return *m_slots[slot]; }
+    // The number of leading constraints that are tested here, and their confidences.
+    std::size_t tested() const { return m_tested; }
+
+    double confidence(std::size_t constraint) const { return m_confidences[constraint]; }
+
+    // Writes the plan for people.
+    void print(std::ostream& out) const;
 
 private:
+    // The place of a variable in a candidate.
     struct Position
     {
-        std::size_t group;
-        std::size_t slot;
+        std::size_t group = 0;
+        std::size_t slot = 0;
     };
 
+    // A distance that is bounded by a constant.
+    struct Bound
+    {
+        const CConstraint* from = nullptr;
+        const CConstraint* to = nullptr;
+        double reach = 0.0;
+    };
+
+    struct Nearby
+    {
+        std::size_t partner = 0;
+        std::size_t question = 0;
+        double squaredLimit = 0.0;
+        double reach = 0.0;
+    };
+
+    struct Test
+    {
+        std::size_t constraint = 0;
+        std::optional<Expression> expression;
+    };
+
+    struct Step
+    {
+        std::size_t position = 0;
+        std::size_t slot = 0;
+        std::size_t group = 0;
+        // Earlier steps whose variables choose from the same agents.
+        std::vector<std::size_t> rivals;
+        std::optional<Nearby> nearby;
+        std::vector<Test> tests;
+    };
+
+    // Reads attributes of the candidate at hand.
+    struct Reader;
+
+    void bindVariables();
+    void chooseTested();
+    bool bindsOneVariableTwice() const;
+    void orderSteps();
+    std::size_t nextPosition(const std::vector<bool>& isBound) const;
+    int usefulness(std::size_t position, const std::vector<bool>& isBound) const;
+    void addStep(std::size_t position, std::vector<bool>& isBound);
+    bool isReady(const CConstraint& constraint, const std::vector<bool>& isBound) const;
+    void findBounds(const CConstraint& constraint, std::vector<Bound>& bounds) const;
+    std::optional<Bound>
+    boundOf(const CConstraint& measured, const CConstraint& limit, CSOperatorMeaning meaning) const;
+    void chooseNearby(Step& step, const std::vector<bool>& isBound);
+    std::size_t typeOfSlot(std::size_t slot) const;
+    void printStep(std::ostream& out, const Step& step) const;
+    void printTests(std::ostream& out, const std::vector<Test>& tests) const;
+
+    // As the plain enumeration counts them; 0 where its 32-bit numbers say that there are none.
+    std::uint64_t countCandidates();
+    void readAttributes();
     template <class Visit>
-    void bind(std::size_t position, const Candidates& candidates, Visit& visit);
-    void assignSlots(CConstraint& node) const;
+    void bind(std::size_t step, Visit& visit);
+    template <class Visit>
+    void visitInOrder(Visit& visit);
+    bool hold(const std::vector<Test>& tests);
+    void sortFound();
+    void restore(std::size_t found);
 
     std::shared_ptr<CSScenario> m_model;
+    PlanContext& m_context;
+    bool m_isPlain;
     std::vector<std::string> m_variables;
+    // Types, with numbers of the view and the variables of each.
     std::vector<std::string> m_types;
-    // Variables per type, index for index with m_types.
+    std::vector<std::size_t> m_typeNumbers;
     std::vector<int> m_variablesPerType;
-    // What is bound first, second, ...
     std::vector<Position> m_positions;
-    std::vector<const std::shared_ptr<CSAgent>*> m_slots;
-    // Per group, which candidate is taken by a variable of the group.
-    std::vector<std::vector<bool>> m_taken;
+    std::size_t m_tested = 0;
+    // Tests of constraints without variables.
+    std::vector<Test> m_always;
+    std::vector<Step> m_steps;
+    std::vector<std::size_t> m_attributes;
+    // Whether the steps bind in another order than that of the positions.
+    bool m_isReordered = false;
+
+    // The candidate at hand: ranks by position, agents by slot, confidences by constraint.
+    std::vector<std::uint32_t> m_ranks;
+    std::vector<FrameView::AgentIndex> m_agents;
+    std::vector<double> m_confidences;
+    // The agents to choose from, by group, and the attributes of all agents, by number.
+    std::vector<std::span<const FrameView::AgentIndex>> m_choices;
+    std::vector<const CSPlainValue*> m_values;
+    // Candidates found out of order: ranks and confidences, one after the other.
+    std::vector<std::uint32_t> m_foundRanks;
+    std::vector<double> m_foundConfidences;
+    std::vector<std::size_t> m_foundOrder;
 };
 
 template <class Visit>
-void PrimitivePlan::enumerate(const Candidates& candidates, Visit&& visit)
+std::uint64_t PrimitivePlan::enumerate(Visit&& visit)
 {
-    m_taken.resize(candidates.size());
-    for (std::size_t group = 0; group < candidates.size(); ++group) {
-        m_taken[group].assign(candidates[group].size(), false);
+    const std::uint64_t candidates = countCandidates();
+    if (candidates == 0) {
+        return 0;
     }
-    bind(0, candidates, visit);
+    readAttributes();
+    if (!hold(m_always)) {
+        return candidates;
+    }
+    if (m_isReordered) {
+        visitInOrder(visit);
+    } else {
+        bind(0, visit);
+    }
+    return candidates;
 }
 
 template <class Visit>
-void PrimitivePlan::bind(std::size_t position, const Candidates& candidates, Visit& visit)
+void PrimitivePlan::bind(std::size_t step, Visit& visit)
 {
-    if (position == m_positions.size()) {
+    if (step == m_steps.size()) {
         visit();
         return;
     }
-    const Position& here = m_positions[position];
-    const auto& choices = candidates[here.group];
-    std::vector<bool>& taken = m_taken[here.group];
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        if (taken[i]) {
-            continue;
+    const Step& here = m_steps[step];
+    const auto choices = m_choices[here.group];
+    const auto choose = [&](std::uint32_t rank) {
+        for (const std::size_t rival : here.rivals) {
+            if (m_ranks[rival] == rank) {
+                return;
+            }
         }
-        taken[i] = true;
-        m_slots[here.slot] = &choices[i];
-        bind(position + 1, candidates, visit);
-        taken[i] = false;
+        m_ranks[here.position] = rank;
+        m_agents[here.slot] = choices[rank];
+        if (hold(here.tests)) {
+            bind(step + 1, visit);
+        }
+    };
+    if (here.nearby) {
+        const auto found = m_context.neighbourhoods.near(
+            here.nearby->question, m_ranks[here.nearby->partner], m_context.view);
+        if (!found.isAnyone) {
+            for (const Neighbourhoods::Neighbour& neighbour : found.neighbours) {
+                if (neighbour.squaredDistance <= here.nearby->squaredLimit) {
+                    choose(neighbour.rank);
+                }
+            }
+            return;
+        }
+    }
+    for (std::uint32_t rank = 0; rank < choices.size(); ++rank) {
+        choose(rank);
+    }
+}
+
+template <class Visit>
+void PrimitivePlan::visitInOrder(Visit& visit)
+{
+    m_foundRanks.clear();
+    m_foundConfidences.clear();
+    m_foundOrder.clear();
+    const auto remember = [this] {
+        m_foundOrder.push_back(m_foundOrder.size());
+        m_foundRanks.insert(m_foundRanks.end(), m_ranks.begin(), m_ranks.end());
+        m_foundConfidences.insert(
+            m_foundConfidences.end(), m_confidences.begin(), m_confidences.end());
+    };
+    bind(0, remember);
+    sortFound();
+    for (const std::size_t found : m_foundOrder) {
+        restore(found);
+        visit();
     }
 }
 

@@ -73,11 +73,11 @@ bool hasParticipants(
 } // namespace
 
 // The groups of one model name. Groups of participants that have become empty are dropped.
-struct RecognisedScenarios::ModelIndex
+struct RecognisedIndex
 {
-    Group all;
-    std::unordered_map<std::uint64_t, Group> byParticipants;
-    std::vector<std::pair<std::string, std::unordered_map<int, Group>>> byAgent;
+    RecognisedGroup all;
+    std::unordered_map<std::uint64_t, RecognisedGroup> byParticipants;
+    std::vector<std::pair<std::string, std::unordered_map<int, RecognisedGroup>>> byAgent;
     // Two models of one name may bind different variables: then only a walk over all finds the same
     // participants.
     const CSScenario* model = nullptr;
@@ -99,11 +99,11 @@ RecognisedScenarios::RecognisedScenarios() = default;
 
 RecognisedScenarios::~RecognisedScenarios() = default;
 
-RecognisedScenarios::ModelIndex& RecognisedScenarios::indexOf(const std::string& modelName)
+RecognisedIndex& RecognisedScenarios::indexOf(const std::string& modelName)
 {
     auto& index = m_models[modelName];
     if (!index) {
-        index = std::make_unique<ModelIndex>();
+        index = std::make_unique<RecognisedIndex>();
     }
     return *index;
 }
@@ -111,7 +111,7 @@ RecognisedScenarios::ModelIndex& RecognisedScenarios::indexOf(const std::string&
 void RecognisedScenarios::indexByParticipant(
     const std::string& modelName, const std::string& variable)
 {
-    ModelIndex& index = indexOf(modelName);
+    RecognisedIndex& index = indexOf(modelName);
     const auto isVariable = [&](const auto& known) { return known.first == variable; };
     if (std::any_of(index.byAgent.begin(), index.byAgent.end(), isVariable)) {
         return;
@@ -129,7 +129,7 @@ void RecognisedScenarios::indexByParticipant(
 
 void RecognisedScenarios::enterIndex(Entry& entry)
 {
-    ModelIndex& index = *entry.model;
+    RecognisedIndex& index = *entry.model;
     index.note(*entry.instance);
     const auto join = [&entry](Group& group) {
         entry.memberships.push_back({&group, group.append(&entry)});
@@ -147,7 +147,7 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
         membership.group->erase(membership.place);
     }
     entry.memberships.clear();
-    ModelIndex& index = *entry.model;
+    RecognisedIndex& index = *entry.model;
     const auto dropEmpty = [](auto& groups, auto key) {
         const auto found = groups.find(key);
         if (found != groups.end() && found->second.empty()) {
@@ -160,21 +160,17 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
     }
 }
 
-RecognisedScenarios::Entry* RecognisedScenarios::findExtensible(
-    const std::shared_ptr<CSScenario>& model,
+RecognisedEntry* RecognisedScenarios::findExtensible(
+    RecognisedIndex& index,
+    const CSScenario& model,
     std::span<const std::string> variables,
     Participants participants,
     const CSTimeStamp& now,
     double prolongation)
 {
-    const auto found = m_models.find(model->m_name);
-    if (found == m_models.end()) {
-        return nullptr;
-    }
-    ModelIndex& index = *found->second;
     const Group* group = &index.all;
     const bool isOneModel =
-        !index.mixed && index.model == model.get() && index.variables == participants.size();
+        !index.mixed && index.model == &model && index.variables == participants.size();
     // A negative prolongation ends the walk at whatever ended now, so that all are walked over.
     if (isOneModel && prolongation >= 0.0) {
         const auto same = index.byParticipants.find(hashOf(participants));
@@ -216,10 +212,10 @@ void RecognisedScenarios::extend(
     touch(entry, *now);
 }
 
-void RecognisedScenarios::add(Instance instance)
+RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance instance)
 {
     auto entry = std::make_unique<Entry>();
-    entry->model = &indexOf(instance->m_scenario->m_name);
+    entry->model = &index;
     entry->participants = hashOf(participantsOf(instance->m_bindings));
     entry->index = m_touched.size();
     entry->instance = std::move(instance);
@@ -227,7 +223,7 @@ void RecognisedScenarios::add(Instance instance)
     enterIndex(*entry);
     touch(*entry, *entry->instance->m_end);
     const CSScenarioInstance* key = entry->instance.get();
-    m_entries.emplace(key, std::move(entry));
+    return *m_entries.emplace(key, std::move(entry)).first->second;
 }
 
 bool RecognisedScenarios::isBefore(const Entry& a, const Entry& b)

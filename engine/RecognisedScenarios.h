@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ComponentAttributes.h"
 #include "engine/CSScenarioInstance.h"
 #include "engine/RecencyList.h"
 
@@ -17,6 +18,36 @@
 namespace scenariomatch
 {
 
+struct RecognisedEntry;
+struct RecognisedIndex;
+
+// Recognised instances in the order of the list.
+using RecognisedGroup = RecencyList<RecognisedEntry*>;
+
+// One recognised instance with its places in the list and in the groups of its model's index.
+struct RecognisedEntry
+{
+    struct Membership
+    {
+        RecognisedGroup* group = nullptr;
+        RecognisedGroup::Place place;
+    };
+
+    std::shared_ptr<CSScenarioInstance> instance;
+    RecencyList<std::shared_ptr<CSScenarioInstance>>::Place place;
+    RecognisedIndex* model = nullptr;
+    // All of the model, those with the same participants, then one per indexed variable.
+    std::vector<Membership> memberships;
+    std::uint64_t participants = 0;
+    // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
+    std::uint64_t turn = 0;
+    std::uint64_t index = 0;
+    bool touched = false;
+    // Its pseudo-agent, and what makes that one's attributes, once it is part of something.
+    std::shared_ptr<CSAgent> component;
+    ComponentAttributes* attributes = nullptr;
+};
+
 // The recognised instances that are still alive, in list order (latest end first), and the indexes
 // over them.
 //
@@ -30,31 +61,8 @@ public:
     using Instance = std::shared_ptr<CSScenarioInstance>;
     // Identifiers of agents, in the order of their variables' names.
     using Participants = std::span<const int>;
-
-    struct Entry;
-    using Group = RecencyList<Entry*>;
-    struct ModelIndex;
-
-    // One recognised instance with its places in the list and in the groups of its model's index.
-    struct Entry
-    {
-        struct Membership
-        {
-            Group* group = nullptr;
-            Group::Place place;
-        };
-
-        Instance instance;
-        RecencyList<Instance>::Place place;
-        ModelIndex* model = nullptr;
-        // All of the model, those with the same participants, then one per indexed variable.
-        std::vector<Membership> memberships;
-        std::uint64_t participants = 0;
-        // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
-        std::uint64_t turn = 0;
-        std::uint64_t index = 0;
-        bool touched = false;
-    };
+    using Entry = RecognisedEntry;
+    using Group = RecognisedGroup;
 
     RecognisedScenarios();
     RecognisedScenarios(const RecognisedScenarios&) = delete;
@@ -70,14 +78,18 @@ public:
     // Whether the list is in order: nothing was extended or added since the last sort.
     bool isSorted() const { return m_touched.empty(); }
 
+    // Where the instances of the models of this name are found; lives as long as this.
+    RecognisedIndex& indexOf(const std::string& modelName);
+
     // Keeps an index over the agents that instances of the model bind to the variable.
     void indexByParticipant(const std::string& modelName, const std::string& variable);
 
     // The first instance of the list that a recognition of the model with these participants
     // extends: same model name and participants, not ended now, ended at most `prolongation`
     // seconds ago. Null when there is none.
-    Entry* findExtensible(
-        const std::shared_ptr<CSScenario>& model,
+    static Entry* findExtensible(
+        RecognisedIndex& index,
+        const CSScenario& model,
         std::span<const std::string> variables,
         Participants participants,
         const CSTimeStamp& now,
@@ -85,7 +97,7 @@ public:
     // Sets the end and the confidence of an instance.
     void extend(Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence);
     // Appends an instance that ends now.
-    void add(Instance instance);
+    Entry& add(RecognisedIndex& index, Instance instance);
 
     // Restores list order, stably. Costs as much as was extended or added since the last time,
     // unless the clock went back.
@@ -112,9 +124,8 @@ private:
     // Whole and fractional seconds, compared as time stamps are.
     using Instant = std::pair<double, double>;
 
-    ModelIndex& indexOf(const std::string& modelName);
-    void enterIndex(Entry& entry);
-    void leaveIndex(Entry& entry);
+    static void enterIndex(Entry& entry);
+    static void leaveIndex(Entry& entry);
     void touch(Entry& entry, const CSTimeStamp& end);
     void sortTouched();
     void sortAll();
@@ -126,7 +137,7 @@ private:
 
     RecencyList<Instance> m_list;
     std::unordered_map<const CSScenarioInstance*, std::unique_ptr<Entry>> m_entries;
-    std::unordered_map<std::string, std::unique_ptr<ModelIndex>> m_models;
+    std::unordered_map<std::string, std::unique_ptr<RecognisedIndex>> m_models;
     // Extended or added since the last sort, and whether they all end at the same time.
     std::vector<Entry*> m_touched;
     Instant m_touchedEnd;

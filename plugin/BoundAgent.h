@@ -33,6 +33,12 @@ inline std::string_view nameOf(const BoundAgent& agent)
     if (!agent) {
         return {};
     }
+    if (const LateAttributes* late = agent->m_late.get()) {
+        const auto name = late->peek("Name");
+        if (name && name->text() != nullptr) {
+            return name->text()->m_value;
+        }
+    }
     const auto attribute = agent->m_attributes.find("Name");
     if (attribute == agent->m_attributes.end()) {
         return {};

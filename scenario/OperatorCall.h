@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,11 @@ CS_EXPORT void setOperatorFailureHandler(OperatorFailureHandler handler);
 // The operator's value on the arguments; a false CSBool when it throws. A failed allocation passes.
 CS_EXPORT std::shared_ptr<CSBasicType> callOperator(
     CSOperatorInterfaceAbstract& op, std::vector<std::shared_ptr<CSBasicType>>&& arguments);
+
+// The plain value of an operator that promises one; a plain false when it throws. A failed
+// allocation passes.
+CS_EXPORT CSPlainValue
+callOperatorPlain(CSOperatorInterfaceAbstract& op, std::span<const CSPlainValue> arguments);
 
 // What the operator says about itself; nothing when it throws. A failed allocation passes.
 CS_EXPORT CSOperatorDescription describeOperator(const CSOperatorInterfaceAbstract& op);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "types/CSPlainValue.h"
 #include "types/Export.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 class CSAgent;
@@ -23,6 +26,9 @@ public:
 
     // Enters what has not been made yet into the agent's attributes, histories and frames.
     virtual void makeUp(CSAgent& agent) = 0;
+
+    // The attribute's value as it will be made; nothing where it has been made, or is no late one.
+    virtual std::optional<CSPlainValue> peek(const std::string& name) const = 0;
 };
 
 // Holds an agent's late attributes, which stay with the agent: a copy of the agent has those alone

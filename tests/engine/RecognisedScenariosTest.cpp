@@ -34,7 +34,7 @@ protected:
         auto instance = std::make_shared<CSScenarioInstance>(model, at(end), at(end));
         instance->m_id = id;
         instance->m_bindings["p"] = std::make_shared<CSAgent>(agent, false);
-        m_scenarios.add(instance);
+        m_scenarios.add(m_scenarios.indexOf(model->m_name), instance);
     }
 
     RecognisedScenarios::Entry*
@@ -42,7 +42,8 @@ protected:
     {
         const std::array<std::string, 1> variables = {"p"};
         const std::array<int, 1> participants = {agent};
-        return m_scenarios.findExtensible(model, variables, participants, *at(now), 5.0);
+        return RecognisedScenarios::findExtensible(
+            m_scenarios.indexOf(model->m_name), *model, variables, participants, *at(now), 5.0);
     }
 
     std::vector<int> ids() const

@@ -1,3 +1,5 @@
+#include "engine/RecognitionObserver.h"
+
 #include "tests/engine/EngineFixture.h"
 
 namespace scenariomatch

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "types/CSAgent.h"
+#include "types/CSTimeStamp.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace scenariomatch
+{
+
+// The attributes of a component pseudo-agent, "Interval" and "Name", which are renewed whenever the
+// recognised instance takes part in something and made into value objects when somebody looks.
+//
+// Remembers as many renewals as the agent's histories keep, no more.
+class CS_EXPORT ComponentAttributes : public LateAttributes
+{
+public:
+    explicit ComponentAttributes(std::string name);
+
+    // The sub-event from `start` to `end`, as it is known in this frame.
+    void renew(
+        CSAgent& agent,
+        const std::shared_ptr<CSTimeStamp>& start,
+        const std::shared_ptr<CSTimeStamp>& end,
+        std::int32_t frame);
+
+    void makeUp(CSAgent& agent) override;
+
+    std::optional<CSPlainValue> peek(const std::string& name) const override;
+
+private:
+    struct Renewal
+    {
+        std::shared_ptr<CSTimeStamp> start;
+        std::shared_ptr<CSTimeStamp> end;
+        std::int32_t frame = 0;
+    };
+
+    void forgetOldest();
+
+    CSString m_name;
+    std::vector<Renewal> m_renewals;
+    // Whether renewals were forgotten since the attributes were made up last.
+    bool m_hasForgotten = false;
+};
+
+} // namespace scenariomatch

@@ -1,0 +1,96 @@
+#include "engine/Recognition.h"
+
+#include "engine/Agents.h"
+
+#include <ostream>
+
+CSEngine::Recognition& CSEngine::preparedRecognition()
+{
+    Recognition& recognition = *m_recognition;
+    const bool isObserved = m_observer != nullptr;
+    const bool isCurrent = recognition.plansAreCurrent && recognition.isObserved == isObserved;
+    if (!isCurrent && m_allScenarios) {
+        recognition.isObserved = isObserved;
+        recognition.prepare(*m_allScenarios);
+    }
+    return recognition;
+}
+
+void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
+{
+    primitives.clear();
+    composites.clear();
+    outcomes.clear();
+    context = std::make_unique<scenariomatch::PlanContext>();
+    for (const auto& [kind, models] : scenarios.m_scenariosByKind) {
+        for (const auto& model : models) {
+            if (kind == "PrimitiveState") {
+                primitives[model->m_name].emplace_back(model, *context, isObserved);
+            } else {
+                composites.try_emplace(model.get(), *model, context->promises);
+            }
+        }
+    }
+    shareWork();
+    lookups = scenariomatch::ComponentLookups(scenarios);
+    lookups.forEach([this](const std::string& modelName, const std::string& variable) {
+        recognised.indexByParticipant(modelName, variable);
+    });
+    plansAreCurrent = true;
+}
+
+// What several models compute is known once all have a plan.
+void CSEngine::Recognition::shareWork()
+{
+    const auto forEachPlan = [this](auto&& visit) {
+        for (auto& [name, plans] : primitives) {
+            for (scenariomatch::PrimitivePlan& plan : plans) {
+                visit(plan);
+            }
+        }
+    };
+    forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.countShared(); });
+    forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.prepareTests(); });
+}
+
+CSEngine::Recognition::Outcome&
+CSEngine::Recognition::outcomeOf(const CSScenario& model, const CSAllScenarios& scenarios)
+{
+    const auto [entry, isNew] = outcomes.try_emplace(&model);
+    Outcome& outcome = entry->second;
+    if (isNew) {
+        outcome.index = &recognised.indexOf(model.m_name);
+        const auto parents = scenarios.m_parents.find(model.m_name);
+        if (parents != scenarios.m_parents.end()) {
+            for (const auto& parent : parents->second) {
+                outcome.seedings.emplace_back(parent, model);
+            }
+        }
+    }
+    return outcome;
+}
+
+// Where every candidate is observed those that do not fit are looked at too; else only instances
+// with the shared participant are.
+const scenariomatch::RecognisedGroup* CSEngine::Recognition::recognisedFor(
+    const CSScenarioInstance& candidate, std::size_t component) const
+{
+    const CSScenario& model = *candidate.m_scenario;
+    const std::string& subModel = model.m_components[component]->m_modelName;
+    const scenariomatch::ComponentLookup& lookup = lookups.of(model, component);
+    const auto shared = candidate.m_bindings.find(lookup.parentVariable);
+    if (isObserved || lookup.subVariable.empty() || shared == candidate.m_bindings.end()) {
+        return recognised.ofModel(subModel);
+    }
+    return recognised.ofParticipant(
+        subModel, lookup.subVariable, scenariomatch::agentIdentifier(shared->second));
+}
+
+void CSEngine::printPlans(std::ostream& out)
+{
+    for (const auto& [name, plans] : preparedRecognition().primitives) {
+        for (const scenariomatch::PrimitivePlan& plan : plans) {
+            plan.print(out);
+        }
+    }
+}

@@ -1,0 +1,95 @@
+#include "engine/Seeding.h"
+
+#include "engine/Arguments.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace scenariomatch
+{
+
+Seeding::Seeding(std::shared_ptr<CSScenario> parent, const CSScenario& model)
+    : m_parent(std::move(parent))
+{
+    for (std::size_t k = 0; k < m_parent->m_components.size(); ++k) {
+        const CComponent& component = *m_parent->m_components[k];
+        const bool isSkipped = static_cast<int>(k) == m_parent->m_skipIndex;
+        if (isSkipped || component.m_modelName != model.m_name) {
+            continue;
+        }
+        ++m_filled;
+        bind(component.m_variable, {});
+        for (const auto& [position, variable] : model.m_physicalObjects) {
+            if (const std::string* argument = argumentAt(component, position)) {
+                bind(*argument, variable);
+            }
+        }
+    }
+}
+
+// The last binding of a variable counts.
+void Seeding::bind(const std::string& variable, const std::string& source)
+{
+    const auto place = std::lower_bound(
+        m_bindings.begin(), m_bindings.end(), variable, [](const Binding& one, const auto& name) {
+            return one.variable < name;
+        });
+    if (place != m_bindings.end() && place->variable == variable) {
+        place->source = source;
+    } else {
+        m_bindings.insert(place, {variable, source});
+    }
+}
+
+std::shared_ptr<CSScenarioInstance> Seeding::seed(
+    const CSScenarioInstance& recognised,
+    const std::shared_ptr<CSAgent>& component,
+    const std::shared_ptr<CSTimeStamp>& now,
+    std::uint64_t frame)
+{
+    std::shared_ptr<CSScenarioInstance> seed = fresh(frame);
+    seed->m_start = now;
+    seed->m_end = now;
+    auto binding = m_bindings.begin();
+    for (auto& [variable, agent] : seed->m_bindings) {
+        if (binding->source.empty()) {
+            agent = component;
+        } else {
+            const auto found = recognised.m_bindings.find(binding->source);
+            agent = found == recognised.m_bindings.end() ? nullptr : found->second;
+        }
+        ++binding;
+    }
+    return seed;
+}
+
+std::shared_ptr<CSScenarioInstance> Seeding::fresh(std::uint64_t frame)
+{
+    Batch& batch = m_batches[frame % m_batches.size()];
+    if (batch.frame != frame) {
+        batch.frame = frame;
+        batch.used = 0;
+    }
+    if (batch.used == batch.instances.size()) {
+        batch.instances.push_back(unbound());
+    }
+    std::shared_ptr<CSScenarioInstance>& instance = batch.instances[batch.used++];
+    if (instance.use_count() > 1) {
+        instance = unbound();
+    }
+    instance->m_confidence = 1.0;
+    instance->m_id = 0;
+    instance->m_text.clear();
+    return instance;
+}
+
+std::shared_ptr<CSScenarioInstance> Seeding::unbound() const
+{
+    auto instance = std::make_shared<CSScenarioInstance>(m_parent, nullptr, nullptr);
+    for (const Binding& binding : m_bindings) {
+        instance->m_bindings.emplace_hint(instance->m_bindings.end(), binding.variable, nullptr);
+    }
+    return instance;
+}
+
+} // namespace scenariomatch

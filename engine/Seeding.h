@@ -1,0 +1,65 @@
+#pragma once
+
+#include "engine/CSScenarioInstance.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace scenariomatch
+{
+
+// How a recognised instance of one model seeds a candidate of one of its parents, worked out once:
+// the components of the parent that are instances of the model, but for the one that is looked up,
+// are bound to the instance's pseudo-agent, and the arguments of these components to the instance's
+// agents.
+class CS_EXPORT Seeding
+{
+public:
+    Seeding(std::shared_ptr<CSScenario> parent, const CSScenario& model);
+
+    const std::shared_ptr<CSScenario>& parent() const { return m_parent; }
+
+    // How many of the parent's components the instance fills.
+    int filled() const { return m_filled; }
+
+    // A candidate from `now` on. Takes up one that it made two frames ago, where nobody has kept
+    // it.
+    std::shared_ptr<CSScenarioInstance> seed(
+        const CSScenarioInstance& recognised,
+        const std::shared_ptr<CSAgent>& component,
+        const std::shared_ptr<CSTimeStamp>& now,
+        std::uint64_t frame);
+
+private:
+    struct Binding
+    {
+        std::string variable;
+        // The recognised instance's variable; empty for its pseudo-agent.
+        std::string source;
+    };
+
+    // The candidates of a frame, to be used again.
+    struct Batch
+    {
+        std::uint64_t frame = 0;
+        std::size_t used = 0;
+        std::vector<std::shared_ptr<CSScenarioInstance>> instances;
+    };
+
+    void bind(const std::string& variable, const std::string& source);
+    std::shared_ptr<CSScenarioInstance> fresh(std::uint64_t frame);
+    std::shared_ptr<CSScenarioInstance> unbound() const;
+
+    std::shared_ptr<CSScenario> m_parent;
+    int m_filled = 0;
+    // By variable name.
+    std::vector<Binding> m_bindings;
+    // The first level's candidates are kept until the next frame's are there.
+    std::array<Batch, 2> m_batches;
+};
+
+} // namespace scenariomatch
