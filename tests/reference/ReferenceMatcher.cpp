@@ -1,6 +1,7 @@
 #include "tests/reference/ReferenceMatcher.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace scenariomatch
 {
@@ -194,6 +195,14 @@ void ReferenceMatcher::removeConstAgents()
     }
 }
 
+void ReferenceMatcher::countWork(int& counter) const
+{
+    ++counter;
+    if (m_tested + m_completions > m_mostWork) {
+        throw std::length_error("too many candidates");
+    }
+}
+
 std::shared_ptr<CSBasicType>
 ReferenceMatcher::evaluate(const CConstraint& node, CConstraint::Bindings& bindings)
 {
@@ -309,7 +318,7 @@ void ReferenceMatcher::recognisePrimitiveStates(InstancesByModel& newInstances)
 void ReferenceMatcher::verifyAndSeed(
     const InstancePointer& instance, InstancesByModel& newInstances)
 {
-    ++m_tested;
+    countWork(m_tested);
     if (!verifyConstraints(*instance) || !isConfident(*instance)) {
         return;
     }
@@ -379,7 +388,7 @@ void ReferenceMatcher::createComplexEvents(
                 recognised->m_scenario->m_name) {
                 continue;
             }
-            ++m_completions;
+            countWork(m_completions);
             const CComponent* other = otherComponent(*instance->m_scenario, k);
             const auto filled =
                 other != nullptr ? boundTo(instance->m_bindings, other->m_variable) : nullptr;
@@ -432,7 +441,7 @@ void ReferenceMatcher::lookUpOthers(const InstancePointer& candidate, InstancesB
         if (components.at(position)->m_modelName != recognised->m_scenario->m_name) {
             continue;
         }
-        ++m_completions;
+        countWork(m_completions);
         if (fillsComponent(*candidate, recognised->m_id)) {
             continue;
         }

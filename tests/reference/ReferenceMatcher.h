@@ -54,6 +54,9 @@ public:
     double m_bayesianRatio = 1.0;
     int m_historySize = 1;
     std::map<std::string, std::vector<std::string>> m_objectTypes;
+    // infer() throws std::length_error, and the matcher is of no more use, when a frame takes more
+    // tests and completions than this: composites of composites may grow without end.
+    int m_mostWork = 1000000;
 
     // State and results.
     std::map<int, std::shared_ptr<CSAgent>> m_agents;
@@ -71,6 +74,8 @@ private:
     std::shared_ptr<CSAgent> component(int id);
     void cleanHistory();
     void removeAgents();
+
+    void countWork(int& counter) const;
 
     // Constraints
     static std::shared_ptr<CSBasicType>
