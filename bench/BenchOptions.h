@@ -12,6 +12,8 @@ struct BenchOptions
     int passes = 5;
     // How many frames there are; a minute of them by default.
     int frames = 1500;
+    // How many minutes the long run takes; an even number.
+    int minutes = 60;
     // A pass that takes longer than this stops early.
     double secondsPerPass = 20.0;
 };

@@ -18,6 +18,9 @@ public:
     void add(double microseconds);
     void endPass();
 
+    // Keeps the first so many frames, which have been reached.
+    void cut(std::size_t frames) { m_best.resize(frames); }
+
     std::size_t frames() const { return m_best.size(); }
 
     // Over all frames but the first so many; at least over the last one. 0 without frames.

@@ -2,10 +2,12 @@
 
 #include "app/Scene.h"
 #include "app/SceneTracks.h"
+#include "app/TrackWriterJsonLines.h"
 
 #include <cmath>
 #include <cstdint>
 #include <fmt/format.h>
+#include <ostream>
 #include <utility>
 
 namespace scenariomatch
@@ -76,6 +78,18 @@ CrowdZone Crowd::zoneA() const
 CrowdZone Crowd::zoneB() const
 {
     return strip("B", 0.75, 0.90);
+}
+
+void writeCrowd(int people, int frames, std::ostream& out)
+{
+    const Scene scene = crowdScene(people, frames);
+    SceneTracks tracks(scene);
+    TrackWriterJsonLines writer(out);
+    TrackFrame frame;
+    while (tracks.next(frame)) {
+        writer.write(frame);
+    }
+    writer.finish();
 }
 
 std::string crowdContext(const std::vector<CrowdZone>& zones)

@@ -2,6 +2,7 @@
 
 #include "app/TrackFrame.h"
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,9 @@ private:
     double m_height;
     std::vector<TrackFrame> m_frames;
 };
+
+// Writes the frames of such a crowd as JSON Lines, one after the other.
+void writeCrowd(int people, int frames, std::ostream& out);
 
 // The scene context with these zones, as text. A zone's ring is closed, its inside to the left.
 std::string crowdContext(const std::vector<CrowdZone>& zones);

@@ -125,12 +125,16 @@ void CrowdRecognition::enterActor(const TrackedActor& actor, int frame)
     set("Height", real(size.height));
     set("Depth", real(size.depth));
     set("Speed", real(0.0F));
-    m_engine->setAgentType(agent, "Type", std::make_shared<CSString>("Person"), frame);
-    set("Posture",
-        whole(m_process->performPostureRecognition(
+    const bool isPerson = actor.type == "PERSON";
+    m_engine->setAgentType(
+        agent, "Type", std::make_shared<CSString>(isPerson ? "Person" : "Mobile"), frame);
+    if (isPerson) {
+        const int posture = m_process->performPostureRecognition(
             static_cast<double>(size.height),
             static_cast<double>(size.width),
-            static_cast<double>(size.depth))));
+            static_cast<double>(size.depth));
+        set("Posture", whole(posture));
+    }
 }
 
 std::string crowdFile(const std::string& name)

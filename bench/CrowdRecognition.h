@@ -5,6 +5,8 @@
 #include "bench/Crowd.h"
 #include "bench/Floors.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,8 +46,8 @@ public:
     void enterScene(const TrackFrame& frame);
     void enterActors(const TrackFrame& frame);
 
-    // What an actor is given in each frame.
-    static constexpr int kAttributesPerActor = 13;
+    // What a person is given in each frame.
+    static constexpr std::size_t kAttributesPerPerson = 13;
 
 private:
     void enterActor(const TrackedActor& actor, int frame);

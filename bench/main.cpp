@@ -29,6 +29,7 @@ void readOptions(std::vector<char*>& arguments)
     std::erase_if(arguments, [&options](const char* argument) {
         return readNumber(argument, "--passes=", options.passes) ||
                readNumber(argument, "--frames=", options.frames) ||
+               readNumber(argument, "--minutes=", options.minutes) ||
                readNumber(argument, "--seconds-per-pass=", options.secondsPerPass);
     });
 }
