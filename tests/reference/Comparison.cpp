@@ -121,6 +121,7 @@ std::string valueText(const Value& value)
         text += value->m_flag ? " (first)" : "";
         for (const auto& [frame, earlier] : value->m_history) {
             text += " " + std::to_string(frame) + ":" + describeValue(earlier.get());
+            text += earlier && earlier->m_flag ? " (first)" : "";
         }
     }
     return text;
@@ -186,8 +187,10 @@ std::string compareAttributes(
         const Value& value = hasMine ? mine->second : none;
         const Value& otherValue = hasOther ? other->second : none;
         const bool isPure = passedOver.contains(name);
+        // Which of the values of a pseudo-agent was the first is not told where they are made late.
+        const bool flagToo = !isPure && reference.m_type != "Component";
         if ((hasMine != hasOther && (value || otherValue || !isPure)) ||
-            !sameValue(value, otherValue, !isPure)) {
+            !sameValue(value, otherValue, flagToo)) {
             found += " " + name + ": " + (hasMine ? valueText(value) : "nothing") + " instead of " +
                      (hasOther ? valueText(otherValue) : "nothing");
         }

@@ -84,8 +84,9 @@ void runSeed(std::uint32_t seed)
         if (found == kTooMuch) {
             return;
         }
-        ASSERT_EQ(found, "") << "seed " << seed << ", scene " << number << ", models\n"
-                             << models.models().declarations;
+        ASSERT_TRUE(found.empty())
+            << found << "seed " << seed << ", scene " << number << ", models\n"
+            << models.models().declarations;
     }
 }
 

@@ -194,7 +194,8 @@ std::string RandomModels::distance(int variables)
         {"apart", "iepmn"},
         {"apart", "iepmn"},
         {"far", "ipmn"},
-        {"risky", "ipmn"}};
+        {"risky", "ipmn"},
+        {"from", "iep"}};
     const auto& [name, flavours] = m_random.of(kDistances);
     return op(name, flavours) + "(" + twoPositions(variables) + ")";
 }
@@ -392,7 +393,7 @@ std::string RandomModels::compositeConstraint(int components, int variables)
     case 7:
         return op("sometimes", "i") + "(" + first + "->Interval)";
     case 8:
-        return op("grown") + "(" + first + "->Interval)";
+        return op("grown", "ie") + "(" + first + "->Interval)";
     case 9:
         return op("lasting") + "(" + first + "->Interval) " + op(">=", "iepmn") + " 1";
     case 10:

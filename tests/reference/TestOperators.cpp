@@ -203,19 +203,22 @@ CSPlainValue apart(PlainArguments arguments, CallRecord& /*record*/)
     return distance ? CSPlainValue::number(*distance) : CSPlainValue();
 }
 
-bool isRightOf(const CSPlainValue& a, const CSPlainValue& b)
-{
-    return a.isPoint() && b.isPoint() && a.m_point.x > b.m_point.x;
-}
-
+// Longer one way round.
 CSPlainValue farther(PlainArguments arguments, CallRecord& record)
 {
     const CSPlainValue distance = apart(arguments, record);
     if (!distance.isNumber()) {
         return distance;
     }
-    const bool isLonger = isRightOf(arguments[0], arguments[1]);
+    const bool isLonger = arguments[0].isPoint() && arguments[1].isPoint() &&
+                          arguments[0].m_point.x > arguments[1].m_point.x;
     return CSPlainValue::number(distance.m_number + (isLonger ? 1.0 : 0.0));
+}
+
+CSPlainValue twice(PlainArguments arguments, CallRecord& record)
+{
+    const CSPlainValue distance = apart(arguments, record);
+    return distance.isNumber() ? CSPlainValue::number(2.0 * distance.m_number) : distance;
 }
 
 CSPlainValue risky(PlainArguments arguments, CallRecord& record)
@@ -232,7 +235,7 @@ CSPlainValue within(PlainArguments arguments, CallRecord& /*record*/)
     const CSPlainValue b = argument(arguments, 1);
     const auto distance = distanceOf(a, b);
     const bool holds = distance && *distance <= number(arguments, 2);
-    return truth(holds, distance ? (isRightOf(a, b) ? 0.7 : 1.0) / (1.0 + *distance) : 1.0);
+    return truth(holds, distance ? 1.0 / (1.0 + *distance) : 1.0);
 }
 
 CSPlainValue atMost(PlainArguments arguments, CallRecord& /*record*/)
@@ -452,7 +455,8 @@ const std::vector<Row>& rows()
         {"sometimes", sometimes, "i"},
         {"moved", moved, "iep"},
         {"apart", apart, "iepmn", Distance},
-        {"far", farther, "ipmn", Distance},
+        {"from", farther, "iep"},
+        {"far", twice, "ipmn", Distance},
         {"risky", risky, "ipmn", Distance},
         {"within", within, "iepmn", Nearness},
         {"<=", atMost, "iepmn", AtMost},
@@ -471,7 +475,8 @@ const std::vector<Row>& rows()
         {"after", after, "iep", Any, true, 1},
         {"overlap", overlap, "iep", Any, true},
         {"lasting", lasting, "iep"},
-        {"grown", grown, "iep"},
+        // Not in flavour p: plain values of late attributes come without their histories.
+        {"grown", grown, "ie"},
         {"named", named, "iep"},
         {"failing", failing, "iep"},
         {"empty", empty, "iep"},
