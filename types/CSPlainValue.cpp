@@ -1,7 +1,6 @@
 #include "types/CSPlainValue.h"
 
-#include "types/CSAllTypes.h"
-
+#include <string_view>
 #include <typeinfo>
 
 namespace
@@ -24,17 +23,17 @@ void setPoint(CSPlainValue& value, const CSPlainValue::Position& position)
     value.m_point = position;
 }
 
-void viewPoint(CSPlainValue& value, const CSBasicType& object)
+void viewPoint(CSPlainValue& value, const CSBasicType& object, std::string_view tag)
 {
-    if (object.m_type == "3DDPOINT") {
+    if (tag == "3DDPOINT") {
         if (const auto* point = as<CS3DDPoint>(object)) {
             setPoint(value, {point->m_x, point->m_y, point->m_z, true});
         }
-    } else if (object.m_type == "2DDPOINT") {
+    } else if (tag == "2DDPOINT") {
         if (const auto* point = as<CS2DDPoint>(object)) {
             setPoint(value, {point->m_x, point->m_y, 0.0, false});
         }
-    } else if (object.m_type == "3DIPOINT") {
+    } else if (tag == "3DIPOINT") {
         if (const auto* point = as<CS3DIPoint>(object)) {
             setPoint(
                 value,
@@ -43,7 +42,7 @@ void viewPoint(CSPlainValue& value, const CSBasicType& object)
                  static_cast<double>(point->m_z),
                  true});
         }
-    } else if (object.m_type == "2DIPOINT") {
+    } else if (tag == "2DIPOINT") {
         if (const auto* point = as<CS2DIPoint>(object)) {
             setPoint(
                 value,
@@ -52,14 +51,14 @@ void viewPoint(CSPlainValue& value, const CSBasicType& object)
     }
 }
 
-void viewNumber(CSPlainValue& value, const CSBasicType& object)
+void viewNumber(CSPlainValue& value, const CSBasicType& object, std::string_view tag)
 {
-    if (object.m_type == "DOUBLE") {
+    if (tag == "DOUBLE") {
         if (const auto* number = as<CSDouble>(object)) {
             value.m_kind = CSPlainValue::Kind::Number;
             value.m_number = number->m_value;
         }
-    } else if (object.m_type == "INT") {
+    } else if (tag == "INT") {
         if (const auto* number = as<CSInt>(object)) {
             value.m_kind = CSPlainValue::Kind::Number;
             value.m_number = static_cast<double>(number->m_value);
@@ -92,17 +91,17 @@ void viewObject(CSPlainValue& value, CSPlainValue::Kind kind)
     }
 }
 
-// No two tags share length and first letter but the kinds of points.
+// The first letter tells most tags apart.
 void view(CSPlainValue& value, const CSBasicType& object)
 {
-    const std::string& tag = object.m_type;
+    const std::string_view tag = object.m_type;
     switch (tag.empty() ? '\0' : tag.front()) {
     case '2':
     case '3':
         if (tag == "3DDPOINTS") {
             viewObject<CS3DDPoints>(value, CSPlainValue::Kind::Points);
         } else {
-            viewPoint(value, object);
+            viewPoint(value, object, tag);
         }
         break;
     case 'B':
@@ -124,13 +123,14 @@ void view(CSPlainValue& value, const CSBasicType& object)
         if (tag == "INTERVAL") {
             viewInterval(value, object);
         } else {
-            viewNumber(value, object);
+            viewNumber(value, object, tag);
         }
     }
 }
 
 } // namespace
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): one member of the union is set
 CSPlainValue::CSPlainValue(const CSBasicType* object)
     : m_object(object)
 {
@@ -138,44 +138,4 @@ CSPlainValue::CSPlainValue(const CSBasicType* object)
         m_kind = Kind::Other;
         view(*this, *object);
     }
-}
-
-CSPlainValue CSPlainValue::boolean(bool truth, double confidence)
-{
-    CSPlainValue value;
-    value.m_kind = Kind::Bool;
-    value.m_truth = truth;
-    value.m_number = confidence;
-    return value;
-}
-
-CSPlainValue CSPlainValue::number(double number)
-{
-    CSPlainValue value;
-    value.m_kind = Kind::Number;
-    value.m_number = number;
-    return value;
-}
-
-CSPlainValue CSPlainValue::interval(const CSTimeStamp* start, const CSTimeStamp* end)
-{
-    CSPlainValue value;
-    value.m_kind = Kind::Interval;
-    value.m_interval = {start, end};
-    return value;
-}
-
-const CSString* CSPlainValue::text() const
-{
-    return m_kind == Kind::Text ? static_cast<const CSString*>(m_object) : nullptr;
-}
-
-const CSTimeStamp* CSPlainValue::timeStamp() const
-{
-    return m_kind == Kind::TimeStamp ? static_cast<const CSTimeStamp*>(m_object) : nullptr;
-}
-
-const CS3DDPoints* CSPlainValue::points() const
-{
-    return m_kind == Kind::Points ? static_cast<const CS3DDPoints*>(m_object) : nullptr;
 }

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "types/CSBasicType.h"
+#include "types/CSAllTypes.h"
 
 #include <cstdint>
-
-class CS3DDPoints;
-class CSString;
-class CSTimeStamp;
 
 // A value without its box: what an operator that promises `m_plain` computes with, so that nothing
 // is allocated while candidates are tested.
@@ -21,6 +17,7 @@ class CSTimeStamp;
 //         arguments[1].isPoint();
 //         return CSPlainValue::boolean(known && arguments[0].m_point.x < arguments[1].m_point.x);
 //     }
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): one member of the union is set
 class CS_EXPORT CSPlainValue
 {
 public:
@@ -59,13 +56,35 @@ public:
         const CSTimeStamp* end;
     };
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): one member of the union is set
     CSPlainValue() = default;
     // The view of a value object; no value for null.
     explicit CSPlainValue(const CSBasicType* object);
 
-    static CSPlainValue boolean(bool truth, double confidence = 1.0);
-    static CSPlainValue number(double value);
-    static CSPlainValue interval(const CSTimeStamp* start, const CSTimeStamp* end);
+    static CSPlainValue boolean(bool truth, double confidence = 1.0)
+    {
+        CSPlainValue value;
+        value.m_kind = Kind::Bool;
+        value.m_truth = truth;
+        value.m_number = confidence;
+        return value;
+    }
+
+    static CSPlainValue number(double number)
+    {
+        CSPlainValue value;
+        value.m_kind = Kind::Number;
+        value.m_number = number;
+        return value;
+    }
+
+    static CSPlainValue interval(const CSTimeStamp* start, const CSTimeStamp* end)
+    {
+        CSPlainValue value;
+        value.m_kind = Kind::Interval;
+        value.m_interval = {start, end};
+        return value;
+    }
 
     bool isNone() const { return m_kind == Kind::None; }
 
@@ -78,9 +97,11 @@ public:
     bool isInterval() const { return m_kind == Kind::Interval; }
 
     // Null unless of that kind.
-    const CSString* text() const;
-    const CSTimeStamp* timeStamp() const;
-    const CS3DDPoints* points() const;
+    const CSString* text() const { return objectOf<CSString>(Kind::Text); }
+
+    const CSTimeStamp* timeStamp() const { return objectOf<CSTimeStamp>(Kind::TimeStamp); }
+
+    const CS3DDPoints* points() const { return objectOf<CS3DDPoints>(Kind::Points); }
 
     Kind m_kind = Kind::None;
     bool m_truth = false;
@@ -93,4 +114,11 @@ public:
 
     // The value object seen, with its history; null for a computed value.
     const CSBasicType* m_object = nullptr;
+
+private:
+    template <class Class>
+    const Class* objectOf(Kind kind) const
+    {
+        return m_kind == kind ? static_cast<const Class*>(m_object) : nullptr;
+    }
 };
