@@ -62,18 +62,18 @@ inline const Point* point(const CSPlainValue& value)
 
 const Point* point(const CSPlainValue&& value) = delete;
 
+inline bool areFinite(const std::vector<CS3DDPoint>& list)
+{
+    return std::all_of(list.begin(), list.end(), [](const CS3DDPoint& vertex) {
+        return isFinite(vertex.m_x, vertex.m_y, vertex.m_z);
+    });
+}
+
 // A list of points, all with finite coordinates; else null.
 inline const std::vector<CS3DDPoint>* points(const CSPlainValue& value)
 {
     const CS3DDPoints* list = value.points();
-    if (list == nullptr) {
-        return nullptr;
-    }
-    const auto isUsable = [](const CS3DDPoint& vertex) {
-        return isFinite(vertex.m_x, vertex.m_y, vertex.m_z);
-    };
-    return std::all_of(list->m_points.begin(), list->m_points.end(), isUsable) ? &list->m_points
-                                                                               : nullptr;
+    return list != nullptr && areFinite(list->m_points) ? &list->m_points : nullptr;
 }
 
 // The type tags that the readers of the same names accept.
@@ -85,12 +85,17 @@ std::vector<std::string> placeTypes();
 std::vector<std::string> anyTypes();
 
 // Straight distance: in space between two positions that have a height, else in the ground plane.
-inline double distanceBetween(const Point& a, const Point& b)
+inline double squaredDistance(const Point& a, const Point& b)
 {
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
     const double dz = a.hasHeight && b.hasHeight ? b.z - a.z : 0.0;
-    return std::sqrt(dx * dx + dy * dy + dz * dz);
+    return dx * dx + dy * dy + dz * dz;
+}
+
+inline double distanceBetween(const Point& a, const Point& b)
+{
+    return std::sqrt(squaredDistance(a, b));
 }
 
 // Seconds between two time stamps, as exact as their milliseconds: 0.04 is the 0.04 that a model

@@ -22,8 +22,9 @@ enum class CSOperatorMeaning : std::uint8_t {
     // point with other coordinates. That distance as computed: rounding may have taken one part in
     // 2^50 off the exact one, and 2^-500 more where coordinates lie that close.
     Distance,
-    // Two arguments, exchanged at will, and a number; true only where a Distance of the two is a
-    // number and at most the third.
+    // Two arguments, exchanged at will, and a number. Of two points true only where their
+    // coordinates are finite and that distance is at most the number; false where an argument is
+    // missing or a point with other coordinates.
     Nearness,
 };
 

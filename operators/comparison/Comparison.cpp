@@ -42,6 +42,13 @@ Sameness sameOrder(const CSPlainValue& left, const CSPlainValue& right)
     return found != std::partial_ordering::unordered ? Sameness(std::is_eq(found)) : std::nullopt;
 }
 
+Sameness sameText(const CSPlainValue& left, const CSPlainValue& right)
+{
+    const CSString* a = left.text();
+    const CSString* b = right.text();
+    return a != nullptr && b != nullptr ? Sameness(a->m_value == b->m_value) : std::nullopt;
+}
+
 Sameness sameTruth(const CSPlainValue& left, const CSPlainValue& right)
 {
     return isTruth(left) && isTruth(right) ? Sameness(left.m_truth == right.m_truth) : std::nullopt;
@@ -89,9 +96,10 @@ Sameness same(const CSPlainValue& left, const CSPlainValue& right)
 {
     switch (left.m_kind) {
     case CSPlainValue::Kind::Number:
-    case CSPlainValue::Kind::Text:
     case CSPlainValue::Kind::TimeStamp:
         return sameOrder(left, right);
+    case CSPlainValue::Kind::Text:
+        return sameText(left, right);
     case CSPlainValue::Kind::Bool:
         return sameTruth(left, right);
     case CSPlainValue::Kind::Point:

@@ -12,20 +12,18 @@ namespace
 // has filed the first under the frame of the second; that one is no earlier position.
 auto newestBefore(const CSBasicType& current)
 {
-    return std::make_reverse_iterator(current.m_history.lower_bound(current.m_frame));
-}
-
-const CSTimeStamp* timeOf(int frame, const FrameTimes& times)
-{
-    const auto found = times.find(frame);
-    return found != times.end() ? found->second.get() : nullptr;
+    const auto& history = current.m_history;
+    const bool isAllBefore = !history.empty() && history.rbegin()->first < current.m_frame;
+    return std::make_reverse_iterator(
+        isAllBefore ? history.end() : history.lower_bound(current.m_frame));
 }
 
 } // namespace
 
 EarlierPositions::EarlierPositions(const CSBasicType& current, const FrameTimes& times)
     : m_times(times)
-    , m_now(timeOf(current.m_frame, times))
+    , m_time(times.end())
+    , m_now(timeOf(current.m_frame))
     , m_next(newestBefore(current))
     , m_end(current.m_history.rend())
 {
@@ -46,7 +44,7 @@ bool EarlierPositions::next()
 
 bool EarlierPositions::read(const History::value_type& entry)
 {
-    const CSTimeStamp* then = timeOf(entry.first, m_times);
+    const CSTimeStamp* then = timeOf(entry.first);
     if (then == nullptr) {
         return false;
     }
@@ -58,6 +56,16 @@ bool EarlierPositions::read(const History::value_type& entry)
     }
     m_position = *found;
     return true;
+}
+
+const CSTimeStamp* EarlierPositions::timeOf(int frame)
+{
+    if (m_time != m_times.begin() && std::prev(m_time)->first == frame) {
+        --m_time;
+    } else {
+        m_time = m_times.find(frame);
+    }
+    return m_time != m_times.end() ? m_time->second.get() : nullptr;
 }
 
 std::optional<Point> previousPosition(const CSBasicType& current)

@@ -30,8 +30,13 @@ private:
     using History = std::map<int, std::shared_ptr<CSBasicType>>;
 
     bool read(const History::value_type& entry);
+    // Null when it is not known.
+    const CSTimeStamp* timeOf(int frame);
 
     const FrameTimes& m_times;
+    // Where a time was found last. The one asked for next is mostly that of the frame before, and
+    // the first one the latest.
+    FrameTimes::const_iterator m_time;
     const CSTimeStamp* m_now = nullptr;
     History::const_reverse_iterator m_next;
     History::const_reverse_iterator m_end;

@@ -94,26 +94,29 @@ bool staysWithin(const CSPlainValue& value, double seconds, double radius, const
     return false;
 }
 
-// Passages from right to left less those from left to right; nothing without a step or a line.
-std::optional<int> passages(Arguments arguments)
+// Passages from right to left less those from left to right; 0 without a step or a line.
+int passages(Arguments arguments)
 {
     if (arguments.size() != 2 && arguments.size() != 3) {
-        return std::nullopt;
+        return 0;
     }
     const Point* to = storedPoint(arguments[0]);
     const auto from = to != nullptr ? previousPosition(*arguments[0].m_object) : std::nullopt;
     if (!from) {
-        return std::nullopt;
+        return 0;
     }
     if (arguments.size() == 3) {
         const Point* begin = point(arguments[1]);
         const Point* end = point(arguments[2]);
-        return begin != nullptr && end != nullptr ? std::optional(passage(*from, *to, *begin, *end))
-                                                  : std::nullopt;
+        return begin != nullptr && end != nullptr ? passage(*from, *to, *begin, *end) : 0;
     }
-    const auto* line = points(arguments[1]);
-    return line != nullptr && line->size() >= 2 ? std::optional(passage(*from, *to, *line))
-                                                : std::nullopt;
+    const CS3DDPoints* line = arguments[1].points();
+    if (line == nullptr) {
+        return 0;
+    }
+    // Most steps pass nothing; whether the line is one at all is looked at only where one does.
+    const int found = passage(*from, *to, line->m_points);
+    return found != 0 && areFinite(line->m_points) ? found : 0;
 }
 
 } // namespace
@@ -150,17 +153,17 @@ CSPlainValue isStationary(Arguments arguments, const FrameTimes& times)
 
 CSPlainValue crossed(Arguments arguments)
 {
-    return relation(passages(arguments).value_or(0) != 0);
+    return relation(passages(arguments) != 0);
 }
 
 CSPlainValue crossedLeft(Arguments arguments)
 {
-    return relation(passages(arguments).value_or(0) > 0);
+    return relation(passages(arguments) > 0);
 }
 
 CSPlainValue crossedRight(Arguments arguments)
 {
-    return relation(passages(arguments).value_or(0) < 0);
+    return relation(passages(arguments) < 0);
 }
 
 } // namespace scenariomatch

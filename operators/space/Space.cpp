@@ -50,7 +50,7 @@ bool isInside(const Point& place, const Ring& ring)
     return inside;
 }
 
-double distanceToEdge(const Point& place, const CS3DDPoint& a, const CS3DDPoint& b)
+double squaredDistanceToEdge(const Point& place, const CS3DDPoint& a, const CS3DDPoint& b)
 {
     const double dx = b.m_x - a.m_x;
     const double dy = b.m_y - a.m_y;
@@ -60,7 +60,7 @@ double distanceToEdge(const Point& place, const CS3DDPoint& a, const CS3DDPoint&
         share = ((place.x - a.m_x) * dx + (place.y - a.m_y) * dy) / squaredLength;
         share = std::clamp(share, 0.0, 1.0);
     }
-    return distanceBetween(place, {a.m_x + share * dx, a.m_y + share * dy, 0.0, false});
+    return squaredDistance(place, {a.m_x + share * dx, a.m_y + share * dy, 0.0, false});
 }
 
 std::optional<double> distanceToRing(const Point& place, const Ring& ring)
@@ -74,10 +74,11 @@ std::optional<double> distanceToRing(const Point& place, const Ring& ring)
     double nearest = std::numeric_limits<double>::infinity();
     const CS3DDPoint* previous = &ring.back();
     for (const CS3DDPoint& corner : ring) {
-        nearest = std::min(nearest, distanceToEdge(place, *previous, corner));
+        nearest = std::min(nearest, squaredDistanceToEdge(place, *previous, corner));
         previous = &corner;
     }
-    return nearest;
+    // The root of the least square is the least distance, rounded or not.
+    return std::sqrt(nearest);
 }
 
 std::optional<double> distanceOf(const CSPlainValue& left, const CSPlainValue& right)
@@ -95,18 +96,19 @@ std::optional<double> distanceOf(const CSPlainValue& left, const CSPlainValue& r
     return ring != nullptr ? distanceToRing(*rightPoint, *ring) : std::nullopt;
 }
 
-// Nothing where in and out have no meaning.
-std::optional<bool> isInside(Arguments arguments)
+// Whether the arguments are a point and a polygon, and the answer to whether it is inside holds.
+// Mostly it does not; whether the polygon is one at all is looked at only where it does.
+bool isAnswer(Arguments arguments, bool inside)
 {
     if (arguments.size() != 2) {
-        return std::nullopt;
+        return false;
     }
     const Point* place = point(arguments[0]);
-    const Ring* ring = points(arguments[1]);
-    if (place == nullptr || ring == nullptr || ring->size() < kFewestCorners) {
-        return std::nullopt;
+    const CS3DDPoints* ring = arguments[1].points();
+    if (place == nullptr || ring == nullptr || ring->m_points.size() < kFewestCorners) {
+        return false;
     }
-    return isInside(*place, *ring);
+    return isInside(*place, ring->m_points) == inside && areFinite(ring->m_points);
 }
 
 } // namespace
@@ -118,12 +120,12 @@ CSPlainValue distance(Arguments arguments)
 
 CSPlainValue isIn(Arguments arguments)
 {
-    return relation(isInside(arguments) == true);
+    return relation(isAnswer(arguments, true));
 }
 
 CSPlainValue isOut(Arguments arguments)
 {
-    return relation(isInside(arguments) == false);
+    return relation(isAnswer(arguments, false));
 }
 
 CSPlainValue isNear(Arguments arguments)

@@ -220,6 +220,7 @@ TEST(Crossed, IsFalseForWrongArguments)
         EXPECT_TRUE(isFalse(answer(relation, {step, ring({})})));
         EXPECT_TRUE(isFalse(answer(relation, {step, ring({{0, 0, 0}})})));
         EXPECT_TRUE(isFalse(answer(relation, {step, ring({{0, -5, 0}, {0, kNaN, 0}})})));
+        EXPECT_TRUE(isFalse(answer(relation, {step, ring({{0, -5, 0}, {0, 5, kNaN}})})));
         EXPECT_TRUE(isFalse(answer(relation, {step, at(0, -1)})));
         EXPECT_TRUE(isFalse(answer(relation, {step, upwards(), at(0, 1)})));
     }

@@ -132,6 +132,9 @@ TEST(Space, InAndOutAreFalseForWrongArguments)
     expectNeither({whole(5), square()});
     expectNeither({at(kNaN, 5), square()});
     expectNeither({at(5, 5), ring({{0, 0, 0}, {10, kNaN, 0}, {0, 10, 0}})});
+    const Value noHeight = ring({{0, 0, 0}, {10, 0, kNaN}, {10, 10, 0}, {0, 10, 0}});
+    expectNeither({at(5, 5), noHeight});
+    expectNeither({at(15, 5), noHeight});
     expectNeither({disguised("3DDPOINT"), square()});
     expectNeither({at(5, 5), disguised("3DDPOINTS")});
 }
