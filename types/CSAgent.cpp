@@ -16,13 +16,30 @@ std::map<std::string, std::vector<std::string>> CSAgent::m_allObjectTypes;
 namespace
 {
 
-// Drops the entry with the smallest key when there are more than limit; one per call.
+// Files the value under the position and drops the entry with the smallest one when there are more
+// than limit; one per call. The value that drops out is given back.
 template <class Value>
-void dropOldest(std::map<int, Value>& entries, std::int32_t limit)
+Value file(std::map<int, Value>& entries, int pos, Value value, std::int32_t limit)
 {
-    if (!entries.empty() && std::cmp_greater(entries.size(), limit)) {
+    const bool isFull = !entries.empty() && std::cmp_greater_equal(entries.size(), limit);
+    typename std::map<int, Value>::node_type oldest;
+    if (isFull && entries.rbegin()->first < pos) {
+        oldest = entries.extract(entries.begin());
+    }
+    if (oldest) {
+        // Positions mostly grow: the entry that goes becomes the one that comes.
+        oldest.key() = pos;
+        std::swap(oldest.mapped(), value);
+        entries.insert(entries.end(), std::move(oldest));
+        return value;
+    }
+    entries.insert_or_assign(pos, std::move(value));
+    Value dropped{};
+    if (std::cmp_greater(entries.size(), limit)) {
+        dropped = std::move(entries.begin()->second);
         entries.erase(entries.begin());
     }
+    return dropped;
 }
 
 // Enters types under their ancestors, no type twice under one of them.
@@ -124,26 +141,34 @@ void CSAgent::set(const std::string& name, std::shared_ptr<CSBasicType> value, i
         return;
     }
     makeUp();
-    CSBasicType& stored = *value;
     const auto [entry, isFirst] = m_attributes.try_emplace(name);
-    const std::shared_ptr<CSBasicType> old = std::exchange(entry->second, std::move(value));
-    stored.m_frame = pos;
     if (isFirst) {
-        stored.m_flag = true;
+        value->m_frame = pos;
+        value->m_flag = true;
+        entry->second = std::move(value);
         return;
     }
+    replace(entry->second, std::move(value), pos);
+}
+
+std::shared_ptr<CSBasicType>
+CSAgent::replace(std::shared_ptr<CSBasicType>& current, std::shared_ptr<CSBasicType> value, int pos)
+{
+    CSBasicType& stored = *value;
+    std::shared_ptr<CSBasicType> old = std::exchange(current, std::move(value));
+    stored.m_frame = pos;
     if (!old) {
         // A failed get left the entry; there is no earlier value to file.
         stored.m_history.clear();
-        return;
+        return nullptr;
     }
     // The history moves on, so that no earlier value holds a history of its own.
     if (old.get() != &stored) {
         stored.m_history = std::move(old->m_history);
     }
     old->m_history.clear();
-    stored.m_history[old->m_frame] = old;
-    dropOldest(stored.m_history, m_historySize);
+    const int filed = old->m_frame;
+    return file(stored.m_history, filed, std::move(old), m_historySize);
 }
 
 void CSAgent::setType(const std::shared_ptr<CSString>& type, int pos)
@@ -159,8 +184,7 @@ void CSAgent::setFrameID(int frame)
 {
     makeUp();
     m_frameID = frame;
-    m_frames[frame] = 1;
-    dropOldest(m_frames, m_historySize);
+    file(m_frames, frame, 1, m_historySize);
 }
 
 void CSAgent::readAllObjects(const std::string& fileName)

@@ -41,6 +41,12 @@ public:
     // Makes the value the current one; the value before it moves into its history, whose oldest
     // entry is dropped when there are more than m_historySize. Give a new value object each time.
     void set(const std::string& name, std::shared_ptr<CSBasicType> value, int pos);
+    // The same for an attribute whose place in m_attributes is known: the current value's pointer,
+    // which stays where it is for as long as the agent lives. The value must be there. Gives back
+    // the one that drops out of the history, so that the caller may use the object again when
+    // nobody else holds it; null when none does.
+    static std::shared_ptr<CSBasicType>
+    replace(std::shared_ptr<CSBasicType>& current, std::shared_ptr<CSBasicType> value, int pos);
     // Sets the attribute "Type" and m_type.
     void setType(const std::shared_ptr<CSString>& type, int pos);
     // Records that the agent is seen at the frame.

@@ -8,23 +8,6 @@
 #include <type_traits>
 #include <utility>
 
-CSBool::CSBool()
-    : CSBasicType("BOOL")
-{
-}
-
-CSBool::CSBool(const bool& value)
-    : CSBasicType("BOOL")
-    , m_value(value)
-{
-}
-
-CSBool::CSBool(const bool& value, double confidence)
-    : CSBool(value)
-{
-    m_confidence = confidence;
-}
-
 CSBool::CSBool(const CSBasicType& other)
     : CSBasicType(Converted{other})
 {
@@ -38,17 +21,6 @@ bool CSBool::operator==(const CSBool& other) const
 bool CSBool::operator!=(const CSBool& other) const
 {
     return !(*this == other);
-}
-
-CSString::CSString()
-    : CSBasicType("STRING")
-{
-}
-
-CSString::CSString(std::string value)
-    : CSBasicType("STRING")
-    , m_value(std::move(value))
-{
 }
 
 CSString::CSString(const CSBasicType& other)
@@ -66,17 +38,6 @@ bool CSString::operator!=(const CSString& other) const
     return !(*this == other);
 }
 
-CSInt::CSInt()
-    : CSBasicType("INT")
-{
-}
-
-CSInt::CSInt(int value)
-    : CSBasicType("INT")
-    , m_value(value)
-{
-}
-
 CSInt::CSInt(const CSBasicType& other)
     : CSBasicType(Converted{other})
 {
@@ -92,17 +53,6 @@ bool CSInt::operator!=(const CSInt& other) const
     return !(*this == other);
 }
 
-CSDouble::CSDouble()
-    : CSBasicType("DOUBLE")
-{
-}
-
-CSDouble::CSDouble(double value)
-    : CSBasicType("DOUBLE")
-    , m_value(value)
-{
-}
-
 CSDouble::CSDouble(const CSBasicType& other)
     : CSBasicType(Converted{other})
 {
@@ -116,19 +66,6 @@ bool CSDouble::operator==(const CSDouble& other) const
 bool CSDouble::operator!=(const CSDouble& other) const
 {
     return !(*this == other);
-}
-
-CS3DDPoint::CS3DDPoint()
-    : CSBasicType("3DDPOINT")
-{
-}
-
-CS3DDPoint::CS3DDPoint(double x, double y, double z)
-    : CSBasicType("3DDPOINT")
-    , m_x(x)
-    , m_y(y)
-    , m_z(z)
-{
 }
 
 CS3DDPoint::CS3DDPoint(const CSBasicType& other)
@@ -164,18 +101,6 @@ bool CS3DIPoint::operator==(const CS3DIPoint& other) const
 bool CS3DIPoint::operator!=(const CS3DIPoint& other) const
 {
     return !(*this == other);
-}
-
-CS2DDPoint::CS2DDPoint()
-    : CSBasicType("2DDPOINT")
-{
-}
-
-CS2DDPoint::CS2DDPoint(double x, double y)
-    : CSBasicType("2DDPOINT")
-    , m_x(x)
-    , m_y(y)
-{
 }
 
 CS2DDPoint::CS2DDPoint(const CSBasicType& other)

@@ -8,6 +8,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // The value classes beside the two time classes, and what can be done with values of unknown type.
@@ -15,15 +16,30 @@
 // Every class X has a default constructor, value constructors, and a conversion X(const
 // CSBasicType&) that takes over the base part of a value (tag, confidence, flag, history) and none
 // of its own fields: a means to look at the base part through a concrete class. The tag stays the
-// source's.
+// source's. The constructors that recognition uses in every frame stand in the classes, so that
+// they are compiled into their callers.
 
 // A truth value; its confidence (0 to 1) is the degree of belief in it. Tag "BOOL".
 class CS_EXPORT CSBool : public CSBasicType
 {
 public:
-    CSBool();
-    explicit CSBool(const bool& value);
-    CSBool(const bool& value, double confidence);
+    CSBool() noexcept
+        : CSBasicType("BOOL")
+    {
+    }
+
+    explicit CSBool(const bool& value) noexcept
+        : CSBasicType("BOOL")
+        , m_value(value)
+    {
+    }
+
+    CSBool(const bool& value, double confidence) noexcept
+        : CSBool(value)
+    {
+        m_confidence = confidence;
+    }
+
     explicit CSBool(const CSBasicType& other);
 
     // Compares the values, not the confidences.
@@ -37,8 +53,17 @@ public:
 class CS_EXPORT CSString : public CSBasicType
 {
 public:
-    CSString();
-    explicit CSString(std::string value);
+    CSString() noexcept
+        : CSBasicType("STRING")
+    {
+    }
+
+    explicit CSString(std::string value) noexcept
+        : CSBasicType("STRING")
+        , m_value(std::move(value))
+    {
+    }
+
     explicit CSString(const CSBasicType& other);
 
     bool operator==(const CSString& other) const;
@@ -51,8 +76,17 @@ public:
 class CS_EXPORT CSInt : public CSBasicType
 {
 public:
-    CSInt();
-    explicit CSInt(int value);
+    CSInt() noexcept
+        : CSBasicType("INT")
+    {
+    }
+
+    explicit CSInt(int value) noexcept
+        : CSBasicType("INT")
+        , m_value(value)
+    {
+    }
+
     explicit CSInt(const CSBasicType& other);
 
     bool operator==(const CSInt& other) const;
@@ -65,8 +99,17 @@ public:
 class CS_EXPORT CSDouble : public CSBasicType
 {
 public:
-    CSDouble();
-    explicit CSDouble(double value);
+    CSDouble() noexcept
+        : CSBasicType("DOUBLE")
+    {
+    }
+
+    explicit CSDouble(double value) noexcept
+        : CSBasicType("DOUBLE")
+        , m_value(value)
+    {
+    }
+
     explicit CSDouble(const CSBasicType& other);
 
     bool operator==(const CSDouble& other) const;
@@ -79,8 +122,19 @@ public:
 class CS_EXPORT CS3DDPoint : public CSBasicType
 {
 public:
-    CS3DDPoint();
-    CS3DDPoint(double x, double y, double z);
+    CS3DDPoint() noexcept
+        : CSBasicType("3DDPOINT")
+    {
+    }
+
+    CS3DDPoint(double x, double y, double z) noexcept
+        : CSBasicType("3DDPOINT")
+        , m_x(x)
+        , m_y(y)
+        , m_z(z)
+    {
+    }
+
     explicit CS3DDPoint(const CSBasicType& other);
 
     bool operator==(const CS3DDPoint& other) const;
@@ -110,8 +164,18 @@ public:
 class CS_EXPORT CS2DDPoint : public CSBasicType
 {
 public:
-    CS2DDPoint();
-    CS2DDPoint(double x, double y);
+    CS2DDPoint() noexcept
+        : CSBasicType("2DDPOINT")
+    {
+    }
+
+    CS2DDPoint(double x, double y) noexcept
+        : CSBasicType("2DDPOINT")
+        , m_x(x)
+        , m_y(y)
+    {
+    }
+
     explicit CS2DDPoint(const CSBasicType& other);
 
     bool operator==(const CS2DDPoint& other) const;

@@ -1,12 +1,5 @@
 #include "types/CSBasicType.h"
 
-#include <utility>
-
-CSBasicType::CSBasicType(std::string type)
-    : m_type(std::move(type))
-{
-}
-
 CSBasicType::CSBasicType(Converted from)
     : m_type(from.source.m_type)
     , m_confidence(from.source.m_confidence)

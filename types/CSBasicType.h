@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 // Base of all values: attribute values of agents, constants of models, arguments and results of
 // operators.
@@ -18,7 +19,12 @@ class CS_EXPORT CSBasicType
 {
 public:
     CSBasicType() = default;
-    explicit CSBasicType(std::string type);
+
+    explicit CSBasicType(std::string_view type)
+        : m_type(type)
+    {
+    }
+
     CSBasicType(const CSBasicType&) = default;
     CSBasicType(CSBasicType&&) = default;
     CSBasicType& operator=(const CSBasicType&) = default;

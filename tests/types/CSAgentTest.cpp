@@ -240,6 +240,51 @@ TEST_F(CSAgentTest, ReplacesAValueFiledAtTheSamePosition)
     EXPECT_THAT(agent.get("Speed")->m_history, ElementsAre(Pair(7, second)));
 }
 
+TEST_F(CSAgentTest, DropsAValueAtOnceThatIsOlderThanAFullHistory)
+{
+    CSAgent::m_historySize = 2;
+    CSAgent agent;
+    for (const int position : {10, 11, 5, 12}) {
+        agent.set("Speed", number(position), position);
+    }
+    EXPECT_THAT(positionsIn(*agent.get("Speed")), ElementsAre(10, 11));
+    EXPECT_EQ(numberIn(agent.get("Speed", 11)), 11.0);
+}
+
+TEST_F(CSAgentTest, ReplacesAValueFiledInAFullHistory)
+{
+    CSAgent::m_historySize = 2;
+    CSAgent agent;
+    for (const int position : {10, 11, 11, 12}) {
+        agent.set("Speed", number(position), position);
+    }
+    EXPECT_THAT(positionsIn(*agent.get("Speed")), ElementsAre(10, 11));
+}
+
+TEST_F(CSAgentTest, ReplaceGivesBackWhatDropsOutOfTheHistory)
+{
+    CSAgent agent;
+    const auto first = number(1.0);
+    agent.set("Speed", first, 1);
+    std::shared_ptr<CSBasicType>& current = agent.m_attributes.at("Speed");
+    EXPECT_EQ(CSAgent::replace(current, number(2.0), 2), nullptr);
+    EXPECT_EQ(CSAgent::replace(current, number(3.0), 3), first);
+    EXPECT_EQ(first.use_count(), 1);
+    EXPECT_THAT(positionsIn(*agent.get("Speed")), ElementsAre(2));
+    EXPECT_EQ(numberIn(agent.get("Speed")), 3.0);
+}
+
+TEST_F(CSAgentTest, ReplaceStartsAnewOverAnEmptyPointer)
+{
+    CSAgent agent;
+    agent.get("Speed");
+    const auto value = number(1.0);
+    value->m_history[5] = number(0.5);
+    EXPECT_EQ(CSAgent::replace(agent.m_attributes.at("Speed"), value, 1), nullptr);
+    EXPECT_EQ(agent.get("Speed"), value);
+    EXPECT_THAT(value->m_history, IsEmpty());
+}
+
 TEST_F(CSAgentTest, GetsTheCurrentValueByItsNameAloneNotByItsPosition)
 {
     CSAgent agent;
