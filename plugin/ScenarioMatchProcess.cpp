@@ -3,11 +3,13 @@
 #include "engine/CSEngine.h"
 #include "host/ovkAbstractProcessFactory.h"
 #include "host/ovkLogger.h"
+#include "plugin/ActorAgents.h"
 
 #include <fstream>
 
 ScenarioMatchProcess::ScenarioMatchProcess()
     : m_engine(std::make_shared<CSEngine>())
+    , m_actorAgents(std::make_unique<scenariomatch::ActorAgents>(*m_engine))
 {
     m_engine->setOperatorFailureReport([](const std::string& message) {
         ovkLogger::instance()->log(ovkLogger::kErrorLevel, message);

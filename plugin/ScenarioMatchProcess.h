@@ -18,8 +18,9 @@ class CSScenarioInstance;
 
 namespace scenariomatch
 {
+class ActorAgents;
 class ParameterFile;
-}
+} // namespace scenariomatch
 
 // The process that recognises events in tracked actors by matching them against scenario models.
 //
@@ -216,8 +217,7 @@ private:
     void setTime();
     void enterScene();
     void enterActors();
-    void enterActor(const rhmDataActor& actor);
-    void enterActorType(const rhmDataActor& actor, int agent, int frame);
+    void enterActorType(const rhmDataActor& actor);
     void printModelsOfFrame() const;
     void noteNewInstances();
     void writeTrace();
@@ -250,6 +250,7 @@ private:
     double m_confidenceCompositeEvent = 0.7;
 
     std::shared_ptr<CSEngine> m_engine;
+    std::unique_ptr<scenariomatch::ActorAgents> m_actorAgents;
     std::vector<ContextElement> m_context;
     // The least alarm level that is reported.
     int m_reportLevel = 0;

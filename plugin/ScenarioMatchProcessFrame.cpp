@@ -1,4 +1,5 @@
 #include "engine/CSEngine.h"
+#include "plugin/ActorAgents.h"
 #include "plugin/CurrentInstances.h"
 #include "plugin/MergeClauses.h"
 #include "plugin/ScenarioMatchProcess.h"
@@ -12,17 +13,6 @@ namespace
 {
 
 constexpr const char* kSeparator = "_________________________________________\n";
-
-// Sums of what a tracker gives never overflow; as a value they wrap.
-std::shared_ptr<CSInt> wrapped(std::int64_t value)
-{
-    return std::make_shared<CSInt>(static_cast<std::int32_t>(value));
-}
-
-std::shared_ptr<CSDouble> real(float value)
-{
-    return std::make_shared<CSDouble>(static_cast<double>(value));
-}
 
 } // namespace
 
@@ -75,11 +65,12 @@ void ScenarioMatchProcess::setTime()
 void ScenarioMatchProcess::enterScene()
 {
     const auto id = static_cast<int>(m_context.size());
+    const auto count = static_cast<int>(actors().size());
     m_trace << "Scene ID:" << id;
     const int agent = m_engine->getAgent(id, true);
     m_engine->setAgentType(agent, "Type", std::make_shared<CSString>("Scene"), 0);
     m_engine->setAgentAttribute(agent, "Name", std::make_shared<CSString>("Scene0"), 0);
-    m_engine->setAgentAttribute(agent, "NumberOfActors", wrapped(actors().size()), 0);
+    m_engine->setAgentAttribute(agent, "NumberOfActors", std::make_shared<CSInt>(count), 0);
 }
 
 void ScenarioMatchProcess::enterActors()
@@ -88,57 +79,23 @@ void ScenarioMatchProcess::enterActors()
         return;
     }
     m_trace << "\n Starting Actor handling" << actors().size() << '\n';
+    m_actorAgents->startFrame(getSynchronizer()->getFrameNumber());
     for (const auto& actor : actors()) {
         if (actor) {
-            enterActor(*actor);
+            m_actorAgents->enter(*actor);
+            enterActorType(*actor);
         }
     }
 }
 
-void ScenarioMatchProcess::enterActor(const rhmDataActor& actor)
-{
-    const int frame = getSynchronizer()->getFrameNumber();
-    const int agent = m_engine->getAgent(actor.getIdent(), false);
-    const auto set = [&](const char* name, std::shared_ptr<CSBasicType> value) {
-        m_engine->setAgentAttribute(agent, name, std::move(value), frame);
-    };
-    set("ID", std::make_shared<CSInt>(actor.getIdent()));
-    m_engine->setAgentFrameID(agent, frame);
-
-    const auto& box = actor.getBoundingBox2D();
-    const std::int64_t right = std::int64_t{box.x} + box.width - 1;
-    const std::int64_t bottom = std::int64_t{box.y} + box.height - 1;
-    const std::int64_t middle = std::int64_t{box.x} + box.width / 2;
-    set("Position2D",
-        std::make_shared<CS2DDPoint>(static_cast<double>(middle), static_cast<double>(bottom)));
-    set("XMin", wrapped(box.x));
-    set("XMax", wrapped(right));
-    set("YMin", wrapped(box.y));
-    set("YMax", wrapped(bottom));
-
-    const auto& size = actor.getInformation3D();
-    const auto& position = actor.getCurrentPosition();
-    set("Position",
-        std::make_shared<CS3DDPoint>(
-            static_cast<double>(position.x),
-            static_cast<double>(position.y),
-            static_cast<double>(position.z)));
-    set("Width", real(size.getWidth()));
-    set("Height", real(size.getHeight()));
-    set("Depth", real(size.getDepth()));
-    set("Speed", real(0.0F));
-    enterActorType(actor, agent, frame);
-}
-
-void ScenarioMatchProcess::enterActorType(const rhmDataActor& actor, int agent, int frame)
+void ScenarioMatchProcess::enterActorType(const rhmDataActor& actor)
 {
     if (m_isTracing) {
         m_trace << "\nReached Actor/Tracked Physical Object Handling by Type";
     }
     const std::string& type = actor.getType();
     const bool isPerson = type == "PERSON" || type == "PERSON_DEFAULT" || type == "PERSON_HYBRID";
-    const char* name = isPerson ? "Person" : type == "GROUP" ? "Group" : "Mobile";
-    m_engine->setAgentType(agent, "Type", std::make_shared<CSString>(name), frame);
+    m_actorAgents->setType(isPerson ? "Person" : type == "GROUP" ? "Group" : "Mobile");
     if (!isPerson) {
         return;
     }
@@ -146,11 +103,10 @@ void ScenarioMatchProcess::enterActorType(const rhmDataActor& actor, int agent, 
     const auto height = static_cast<double>(size.getHeight());
     const auto width = static_cast<double>(size.getWidth());
     const auto depth = static_cast<double>(size.getDepth());
-    const int posture = performPostureRecognition(height, width, depth);
     if (m_isTracing) {
         m_trace << "Person 3D-D(W,H,D): " << width << ';' << height << ';' << depth << '\n';
     }
-    m_engine->setAgentAttribute(agent, "Posture", std::make_shared<CSInt>(posture), frame);
+    m_actorAgents->setPosture(performPostureRecognition(height, width, depth));
 }
 
 int ScenarioMatchProcess::performPostureRecognition(double height, double width, double depth) const
