@@ -16,7 +16,8 @@ bool isUsable(double value)
 
 int rounded(double value)
 {
-    return static_cast<int>(std::lround(value));
+    const int whole = static_cast<int>(value);
+    return static_cast<double>(whole) == value ? whole : static_cast<int>(std::lround(value));
 }
 
 } // namespace
@@ -36,24 +37,25 @@ std::optional<TrackSize> GroundMapper::size(const MeasuredBox& box) const
 
 std::optional<TrackPoint> GroundMapper::givenPosition(double x, double y, double z) const
 {
-    if (!isUsable(x * m_scale) || !isUsable(y * m_scale) || !isUsable(z * m_scale)) {
+    x *= m_scale;
+    y *= m_scale;
+    z *= m_scale;
+    if (!isUsable(x) || !isUsable(y) || !isUsable(z)) {
         return std::nullopt;
     }
-    return TrackPoint{
-        static_cast<float>(x * m_scale),
-        static_cast<float>(y * m_scale),
-        static_cast<float>(z * m_scale)};
+    return TrackPoint{static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
 }
 
 std::optional<TrackSize> GroundMapper::givenSize(double width, double height, double depth) const
 {
-    if (!isUsable(width * m_scale) || !isUsable(height * m_scale) || !isUsable(depth * m_scale)) {
+    width *= m_scale;
+    height *= m_scale;
+    depth *= m_scale;
+    if (!isUsable(width) || !isUsable(height) || !isUsable(depth)) {
         return std::nullopt;
     }
     return TrackSize{
-        static_cast<float>(width * m_scale),
-        static_cast<float>(height * m_scale),
-        static_cast<float>(depth * m_scale)};
+        static_cast<float>(width), static_cast<float>(height), static_cast<float>(depth)};
 }
 
 PlanePoint GroundMapper::foot(const MeasuredBox& box)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/FrameOrder.h"
-#include "app/IdSet.h"
 #include "app/TrackReader.h"
 
 #include <memory>
@@ -9,6 +8,8 @@
 
 namespace scenariomatch
 {
+
+class JsonLineParser;
 
 // Reads tracks in JSON Lines, one frame a line:
 //
@@ -41,12 +42,10 @@ public:
     double progress() const override { return m_input->progress(); }
 
 private:
-    class LineParser;
-
     std::unique_ptr<TrackInput> m_input;
     TrackProblems& m_problems;
     FrameOrder m_order;
-    std::unique_ptr<LineParser> m_parser;
+    std::unique_ptr<JsonLineParser> m_parser;
     std::optional<TrackFailure> m_failure;
     bool m_isDamageReported = false;
 };
