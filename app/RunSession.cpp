@@ -55,18 +55,20 @@ void RunSession::addFrame(const TrackFrame& frame)
     m_statistics.addFrame(frame.actors.size(), m_view.counters());
 }
 
+// The process shares the list: it is only changed when the number of objects is another one.
 void RunSession::setActors(const TrackFrame& frame)
 {
-    while (m_pool.size() < frame.actors.size()) {
-        m_pool.push_back(QSharedPointer<rhmDataActor>::create());
+    const auto count = static_cast<qsizetype>(frame.actors.size());
+    while (m_actors.size() < count) {
+        m_actors.append(QSharedPointer<rhmDataActor>::create());
     }
-    rhmAbstractProcessEventRecognition::Actors actors;
-    actors.reserve(static_cast<qsizetype>(frame.actors.size()));
-    for (std::size_t i = 0; i < frame.actors.size(); ++i) {
-        fill(*m_pool[i], frame.actors[i]);
-        actors.append(m_pool[i]);
+    if (m_actors.size() > count) {
+        m_actors.resize(count);
     }
-    m_process.setActors(actors);
+    for (qsizetype i = 0; i < count; ++i) {
+        fill(*m_actors.at(i), frame.actors[static_cast<std::size_t>(i)]);
+    }
+    m_process.setActors(m_actors);
 }
 
 } // namespace scenariomatch

@@ -7,10 +7,6 @@
 #include "host/rhmAbstractProcessEventRecognition.h"
 #include "plugin/RecognitionView.h"
 
-#include <QSharedPointer>
-
-#include <vector>
-
 namespace scenariomatch
 {
 
@@ -37,7 +33,7 @@ private:
     EventCollector& m_collector;
     RunStatistics& m_statistics;
     // Kept from frame to frame, so that actors are made once.
-    std::vector<QSharedPointer<rhmDataActor>> m_pool;
+    rhmAbstractProcessEventRecognition::Actors m_actors;
 };
 
 } // namespace scenariomatch

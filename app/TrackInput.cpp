@@ -19,7 +19,7 @@ namespace scenariomatch
 namespace
 {
 
-constexpr std::size_t kFirstCapacity = std::size_t{256} * 1024;
+constexpr std::size_t kFirstCapacity = std::size_t{64} * 1024;
 constexpr std::size_t kCompressedChunk = std::size_t{64} * 1024;
 // Longest text of a line that is too long.
 constexpr std::size_t kExcerpt = 1024;
