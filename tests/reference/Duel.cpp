@@ -189,6 +189,12 @@ void Duel::configure(const Settings& settings)
     m_reference->m_historySize = settings.historySize;
 }
 
+void Duel::observe(bool isObserved)
+{
+    m_engine->setObserver(isObserved ? &m_observer : nullptr);
+    m_reference->m_log = isObserved ? &m_referenceLog : nullptr;
+}
+
 void Duel::enterConstant(const SceneObject& object)
 {
     const int id = m_engine->getAgent(object.host, true);
@@ -231,6 +237,8 @@ bool Duel::step(const SceneFrame& frame)
     for (const SceneObject& actor : frame.actors) {
         enterActor(actor, frame.number);
     }
+    m_engineLog.clear();
+    m_referenceLog.clear();
     m_referenceCalls.m_calls.clear();
     TestOperator::s_record = &m_referenceCalls;
     try {
@@ -249,6 +257,7 @@ std::string Duel::difference(Look look) const
     std::string found = compareRecognised(*m_engine, *m_reference);
     found += compareStatistics(*m_engine, *m_reference);
     found += compareLines("calls of operators", m_engineCalls.m_calls, m_referenceCalls.m_calls);
+    found += compareLines("steps", m_engineLog.text(), m_referenceLog.text());
     found += compareAgents(
         "agents", m_engine->agents(), m_reference->m_agents, m_lookedUpByPureOperators);
     found += compareTimes(*m_reference);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/CSEngine.h"
+#include "tests/reference/RecognitionLog.h"
 #include "tests/reference/ReferenceMatcher.h"
 #include "tests/reference/Scene.h"
 #include "tests/reference/TestOperators.h"
@@ -58,6 +59,9 @@ public:
 
     void configure(const Settings& settings);
 
+    // Whether both sides tell their steps, which are compared then.
+    void observe(bool isObserved);
+
     // See ReferenceMatcher::m_mostWork.
     void limitWork(int steps) { m_reference->m_mostWork = steps; }
 
@@ -83,6 +87,9 @@ private:
     std::unique_ptr<ReferenceMatcher> m_reference;
     CallRecord m_engineCalls;
     CallRecord m_referenceCalls;
+    RecognitionLog m_engineLog;
+    RecognitionLog m_referenceLog;
+    LoggingObserver m_observer{m_engineLog};
     std::set<std::string> m_lookedUpByPureOperators;
 };
 

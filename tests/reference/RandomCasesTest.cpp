@@ -48,6 +48,7 @@ std::string runScene(Duel& duel, Random& random, const RandomModels& models, Sce
     const int actors = mostActors(random, models);
     RandomScene scene(random, actors);
     duel.configure(scene.settings());
+    duel.observe(random.oneIn(5));
     std::string told = scene.settings().text();
     for (const SceneObject& zone : scene.zones()) {
         duel.enterConstant(zone);

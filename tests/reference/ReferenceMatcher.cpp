@@ -231,14 +231,18 @@ ReferenceMatcher::evaluate(const CConstraint& node, CConstraint::Bindings& bindi
     }
 }
 
-bool ReferenceMatcher::verifyConstraints(ReferenceInstance& instance)
+bool ReferenceMatcher::verifyConstraints(ReferenceInstance& instance) const
 {
     instance.m_confidence = 1.0;
-    for (const auto& constraint : instance.m_scenario->m_constraints) {
+    const auto& constraints = instance.m_scenario->m_constraints;
+    for (std::size_t i = 0; i < constraints.size(); ++i) {
         CConstraint::Bindings copy = instance.m_bindings;
-        const auto truth = std::dynamic_pointer_cast<CSBool>(evaluate(*constraint, copy));
+        const auto truth = std::dynamic_pointer_cast<CSBool>(evaluate(*constraints.at(i), copy));
         if (!truth || !truth->m_value) {
             instance.m_confidence = 1.0;
+            if (m_log != nullptr) {
+                m_log->constraintFalse(*instance.m_scenario, instance.m_bindings, i);
+            }
             return false;
         }
         instance.m_confidence *= truth->m_confidence;
@@ -319,7 +323,17 @@ void ReferenceMatcher::verifyAndSeed(
     const InstancePointer& instance, InstancesByModel& newInstances)
 {
     countWork(m_tested);
-    if (!verifyConstraints(*instance) || !isConfident(*instance)) {
+    if (m_log != nullptr) {
+        m_log->candidateTested(*instance->m_scenario, instance->m_bindings);
+    }
+    if (!verifyConstraints(*instance)) {
+        return;
+    }
+    if (!isConfident(*instance)) {
+        if (m_log != nullptr) {
+            m_log->notConfident(
+                *instance->m_scenario, instance->m_bindings, instance->m_confidence);
+        }
         return;
     }
     ++m_accepted;
@@ -393,6 +407,7 @@ void ReferenceMatcher::createComplexEvents(
             const auto filled =
                 other != nullptr ? boundTo(instance->m_bindings, other->m_variable) : nullptr;
             if (filled && filled->m_ID == recognised->m_id) {
+                reject(*instance, k, recognised->m_id, CompletionRejection::SameInstance);
                 continue;
             }
             const InstancePointer made = complete(*instance, *recognised, k);
@@ -411,7 +426,12 @@ ReferenceMatcher::InstancePointer ReferenceMatcher::complete(
 {
     auto made = std::make_shared<ReferenceInstance>(pending);
     const CComponent& as = *pending.m_scenario->m_components.at(position);
-    if (!passUp(*made, recognised, as) || hasObjectTwice(*made)) {
+    if (!passUp(*made, recognised, as)) {
+        reject(pending, position, recognised.m_id, CompletionRejection::DifferentParticipant);
+        return nullptr;
+    }
+    if (hasObjectTwice(*made)) {
+        reject(pending, position, recognised.m_id, CompletionRejection::ObjectTwice);
         return nullptr;
     }
     const int frame = m_currentTime->m_frameID;
@@ -423,6 +443,17 @@ ReferenceMatcher::InstancePointer ReferenceMatcher::complete(
     pseudo->set("Name", std::make_shared<CSString>(recognised.m_scenario->m_name), frame);
     made->m_bindings[as.m_variable] = pseudo;
     return made;
+}
+
+void ReferenceMatcher::reject(
+    const ReferenceInstance& pending,
+    std::size_t position,
+    int id,
+    CompletionRejection reason) const
+{
+    if (m_log != nullptr) {
+        m_log->completionRejected(*pending.m_scenario, position, id, reason);
+    }
 }
 
 // Components beyond the second: one after the other, each against the whole list.
@@ -443,6 +474,7 @@ void ReferenceMatcher::lookUpOthers(const InstancePointer& candidate, InstancesB
         }
         countWork(m_completions);
         if (fillsComponent(*candidate, recognised->m_id)) {
+            reject(*candidate, position, recognised->m_id, CompletionRejection::SameInstance);
             continue;
         }
         const InstancePointer made = complete(*candidate, *recognised, position);
@@ -524,6 +556,9 @@ ReferenceMatcher::InstancePointer ReferenceMatcher::addRecognised(const Instance
         if (same) {
             recognised->m_end = m_currentTime;
             recognised->m_confidence = instance->m_confidence;
+            if (m_log != nullptr) {
+                m_log->instanceExtended(*recognised);
+            }
             return recognised;
         }
     }
@@ -539,6 +574,9 @@ ReferenceMatcher::InstancePointer ReferenceMatcher::addRecognised(const Instance
         }
     }
     m_recognised.push_back(instance);
+    if (m_log != nullptr) {
+        m_log->instanceNew(*instance);
+    }
     return instance;
 }
 
@@ -578,6 +616,9 @@ void ReferenceMatcher::cleanRecognised()
         m_components.erase(instance->m_id);
     }
     const auto firstOld = std::find_if(m_recognised.begin(), m_recognised.end(), isOld);
+    for (auto old = firstOld; m_log != nullptr && old != m_recognised.end(); ++old) {
+        m_log->instanceExpired((*old)->m_id);
+    }
     m_recognised.erase(firstOld, m_recognised.end());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scenario/CSAllScenarios.h"
+#include "tests/reference/RecognitionLog.h"
 
 #include <cstdint>
 #include <list>
@@ -57,6 +58,8 @@ public:
     // infer() throws std::length_error, and the matcher is of no more use, when a frame takes more
     // tests and completions than this: composites of composites may grow without end.
     int m_mostWork = 1000000;
+    // Is told what is done; null for none.
+    RecognitionLog* m_log = nullptr;
 
     // State and results.
     std::map<int, std::shared_ptr<CSAgent>> m_agents;
@@ -80,7 +83,7 @@ private:
     // Constraints
     static std::shared_ptr<CSBasicType>
     evaluate(const CConstraint& node, CConstraint::Bindings& bindings);
-    static bool verifyConstraints(ReferenceInstance& instance);
+    bool verifyConstraints(ReferenceInstance& instance) const;
 
     // Primitive states
     void recognisePrimitiveStates(InstancesByModel& newInstances);
@@ -105,6 +108,11 @@ private:
         std::size_t position);
     void lookUpOthers(const InstancePointer& candidate, InstancesByModel& candidates);
     static bool passUp(ReferenceInstance& to, const ReferenceInstance& from, const CComponent& as);
+    void reject(
+        const ReferenceInstance& pending,
+        std::size_t position,
+        int id,
+        CompletionRejection reason) const;
     static bool hasObjectTwice(const ReferenceInstance& instance);
 
     // Recognised instances

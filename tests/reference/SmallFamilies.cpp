@@ -83,10 +83,10 @@ void addPrimitives(
     for (const std::string& list : lists) {
         const std::string name = "M" + number(family.models.size());
         const std::string& threshold = kThresholds[family.models.size() % kThresholds.size()];
-        family.models.push_back(
-            {name,
-             "PrimitiveState(" + name + threshold + ",\nPhysicalObjects(" + objects +
-                 ")\nConstraints(" + list + "))\n"});
+        std::string declaration = "PrimitiveState(" + name + threshold;
+        declaration += ",\nPhysicalObjects(" + objects + ")\n";
+        declaration += "Constraints(" + list + "))\n";
+        family.models.push_back({name, declaration});
     }
 }
 
