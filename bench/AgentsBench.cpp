@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-// Giving all attributes of all actors to the engine as the process does it, against what a history
-// costs that is kept in a map: one insertion and one removal for each attribute. Told beside it:
-// the same with a new value each time, and with a map of its own for each attribute, as histories
-// are.
+// Giving all attributes of all actors to the engine as the process does it,
+// against what a history costs that is kept in a map: one insertion and one
+// removal for each attribute. Told beside it: the same with a new value each
+// time, and with a map of its own for each attribute, as histories are.
 namespace scenariomatch
 {
 
@@ -23,7 +23,8 @@ namespace
 // Enough for every history to be full.
 constexpr std::size_t kFirstFrames = 20;
 
-// A map that always holds as many values as a history of the process by default.
+// A map that always holds as many values as a history of the process by
+// default.
 class HistoryMap
 {
 public:
@@ -91,7 +92,8 @@ void updatePass(const Crowd& crowd, UpdateTimes& times)
     for (const TrackFrame& frame : crowd.frames()) {
         recognition.enterTime(frame);
         recognition.enterScene(frame);
-        times.update.add(microsecondsOf([&] { recognition.enterActors(frame); }));
+        recognition.setActors(frame);
+        times.update.add(microsecondsOf([&] { recognition.enterActors(frame.number); }));
         addMapTimes(maps, times);
         recognition.engine().infer();
         if (limit.isReached()) {

@@ -4,11 +4,11 @@
 #include "app/InstalledFiles.h"
 #include "app/StreamRedirection.h"
 #include "engine/CSEngine.h"
+#include "plugin/ActorAgents.h"
 #include "plugin/ScenarioMatchProcess.h"
 
 #include <iostream>
 #include <stdexcept>
-#include <utility>
 
 namespace scenariomatch
 {
@@ -24,16 +24,6 @@ void clearClassWideTables()
     CSAgent::m_constantObjects.clear();
     CSEngine::h_currentTime.clear();
     CConstraint::m_allOperators.clear();
-}
-
-std::shared_ptr<CSInt> whole(int value)
-{
-    return std::make_shared<CSInt>(value);
-}
-
-std::shared_ptr<CSDouble> real(float value)
-{
-    return std::make_shared<CSDouble>(static_cast<double>(value));
 }
 
 } // namespace
@@ -57,6 +47,7 @@ CrowdRecognition::CrowdRecognition(
         throw std::runtime_error("the engine cannot be prepared from " + engineFile);
     }
     m_engine = m_process->engine();
+    m_agents = std::make_unique<ActorAgents>(*m_engine);
 }
 
 CrowdRecognition::~CrowdRecognition() = default;
@@ -65,7 +56,8 @@ void CrowdRecognition::enter(const TrackFrame& frame)
 {
     enterTime(frame);
     enterScene(frame);
-    enterActors(frame);
+    setActors(frame);
+    enterActors(frame.number);
 }
 
 void CrowdRecognition::enterTime(const TrackFrame& frame)
@@ -90,50 +82,45 @@ void CrowdRecognition::enterScene(const TrackFrame& frame)
     m_engine->setAgentType(agent, "Type", std::make_shared<CSString>("Scene"), 0);
     m_engine->setAgentAttribute(agent, "Name", std::make_shared<CSString>("Scene0"), 0);
     m_engine->setAgentAttribute(
-        agent, "NumberOfActors", whole(static_cast<int>(frame.actors.size())), 0);
+        agent, "NumberOfActors", std::make_shared<CSInt>(static_cast<int>(frame.actors.size())), 0);
 }
 
-void CrowdRecognition::enterActors(const TrackFrame& frame)
+void CrowdRecognition::setActors(const TrackFrame& frame)
 {
-    for (const TrackedActor& actor : frame.actors) {
-        enterActor(actor, frame.number);
+    m_actors.resize(frame.actors.size());
+    for (std::size_t i = 0; i < m_actors.size(); ++i) {
+        const TrackedActor& tracked = frame.actors[i];
+        const TrackPoint position = tracked.position.value_or(TrackPoint());
+        const TrackSize size = tracked.size.value_or(TrackSize());
+        const TrackBox& box = tracked.box;
+        rhmDataActor& actor = m_actors[i];
+        actor.setIdent(tracked.id);
+        actor.setType(tracked.type);
+        actor.setBoundingBox2D({box.x, box.y, box.width, box.height});
+        actor.setCurrentPosition({position.x, position.y, position.z});
+        actor.setInformation3D(Information3D(size.height, size.width, size.depth));
     }
 }
 
-void CrowdRecognition::enterActor(const TrackedActor& actor, int frame)
+void CrowdRecognition::enterActors(int frame)
 {
-    const int agent = m_engine->getAgent(actor.id, false);
-    const auto set = [&](const char* name, std::shared_ptr<CSBasicType> value) {
-        m_engine->setAgentAttribute(agent, name, std::move(value), frame);
-    };
-    set("ID", whole(actor.id));
-    m_engine->setAgentFrameID(agent, frame);
-    const TrackBox& box = actor.box;
-    set("Position2D", std::make_shared<CS2DDPoint>(box.x + box.width / 2, box.y + box.height - 1));
-    set("XMin", whole(box.x));
-    set("XMax", whole(box.x + box.width - 1));
-    set("YMin", whole(box.y));
-    set("YMax", whole(box.y + box.height - 1));
-    const TrackPoint position = actor.position.value_or(TrackPoint());
-    const TrackSize size = actor.size.value_or(TrackSize());
-    set("Position",
-        std::make_shared<CS3DDPoint>(
-            static_cast<double>(position.x),
-            static_cast<double>(position.y),
-            static_cast<double>(position.z)));
-    set("Width", real(size.width));
-    set("Height", real(size.height));
-    set("Depth", real(size.depth));
-    set("Speed", real(0.0F));
-    const bool isPerson = actor.type == "PERSON";
-    m_engine->setAgentType(
-        agent, "Type", std::make_shared<CSString>(isPerson ? "Person" : "Mobile"), frame);
+    m_agents->startFrame(frame);
+    for (const rhmDataActor& actor : m_actors) {
+        enterActor(actor);
+    }
+}
+
+void CrowdRecognition::enterActor(const rhmDataActor& actor)
+{
+    m_agents->enter(actor);
+    const bool isPerson = actor.getType() == "PERSON";
+    m_agents->setType(isPerson ? "Person" : "Mobile");
     if (isPerson) {
-        const int posture = m_process->performPostureRecognition(
-            static_cast<double>(size.height),
-            static_cast<double>(size.width),
-            static_cast<double>(size.depth));
-        set("Posture", whole(posture));
+        const auto& size = actor.getInformation3D();
+        m_agents->setPosture(m_process->performPostureRecognition(
+            static_cast<double>(size.getHeight()),
+            static_cast<double>(size.getWidth()),
+            static_cast<double>(size.getDepth())));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "app/TrackFrame.h"
 #include "bench/Crowd.h"
 #include "bench/Floors.h"
+#include "host/rhmDataActor.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,14 +18,18 @@ class ScenarioMatchProcess;
 namespace scenariomatch
 {
 
-// The engine, prepared by the recognition process from files as a user writes them, and fed with
-// the same values as the process feeds it; so that its inference can be timed by itself.
+class ActorAgents;
+
+// The engine, prepared by the recognition process from files as a user writes
+// them, and fed with actors by the same code; so that its inference can be
+// timed by itself.
 //
-// One at a time: settings of the engine are class-wide. Operators are those of the build.
+// One at a time: settings of the engine are class-wide. Operators are those of
+// the build.
 //
 // Example:
-//     CrowdRecognition recognition(crowdFile("engine.txt"), {crowd.zoneA(), crowd.zoneB()});
-//     for (const TrackFrame& frame : crowd.frames()) {
+//     CrowdRecognition recognition(crowdFile("engine.txt"), {crowd.zoneA(),
+//     crowd.zoneB()}); for (const TrackFrame& frame : crowd.frames()) {
 //         recognition.enter(frame);
 //         recognition.engine().infer();
 //     }
@@ -44,18 +49,22 @@ public:
     void enter(const TrackFrame& frame);
     void enterTime(const TrackFrame& frame);
     void enterScene(const TrackFrame& frame);
-    void enterActors(const TrackFrame& frame);
+    // The platform's part, then the process's.
+    void setActors(const TrackFrame& frame);
+    void enterActors(int frame);
 
     // What a person is given in each frame.
     static constexpr std::size_t kAttributesPerPerson = 13;
 
 private:
-    void enterActor(const TrackedActor& actor, int frame);
+    void enterActor(const rhmDataActor& actor);
 
     TemporaryFile m_context;
     int m_zones;
     std::unique_ptr<ScenarioMatchProcess> m_process;
     std::shared_ptr<CSEngine> m_engine;
+    std::unique_ptr<ActorAgents> m_agents;
+    std::vector<rhmDataActor> m_actors;
 };
 
 // A file of bench/crowd/.
@@ -63,7 +72,8 @@ std::string crowdFile(const std::string& name);
 
 FloorZone floorZone(const CrowdZone& zone);
 
-// The people of a frame as the floors want them, with where they were in the frame entered before.
+// The people of a frame as the floors want them, with where they were in the
+// frame entered before.
 class FloorInput
 {
 public:

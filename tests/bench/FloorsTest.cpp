@@ -149,7 +149,7 @@ TEST_P(FloorsTest, FindTheThreesThatTheEngineFinds)
 INSTANTIATE_TEST_SUITE_P(
     Crowds,
     FloorsTest,
-    testing::Values(Extent{5, 5000, 1500}, Extent{20, 3000, 300}, Extent{50, 2000, 30}),
+    testing::Values(Extent{5, 5000, 3000}, Extent{20, 4000, 2000}, Extent{50, 4000, 500}),
     [](const auto& test) { return std::to_string(test.param.people); });
 
 } // namespace scenariomatch
