@@ -122,6 +122,12 @@ struct Extent
     int framesOfThree;
 };
 
+// For the names of the tests.
+std::ostream& operator<<(std::ostream& out, const Extent& extent)
+{
+    return out << extent.people << " people";
+}
+
 class FloorsTest : public testing::TestWithParam<Extent>
 {
 };
