@@ -62,9 +62,10 @@ void RecognitionLog::notConfident(
 void RecognitionLog::completionRejected(
     const CSScenario& model, std::size_t component, int recognised, CompletionRejection reason)
 {
-    m_rejections[model.m_name] += "rejected " + std::to_string(recognised) + " as component " +
-                                  std::to_string(component) + " for reason " +
-                                  std::to_string(static_cast<int>(reason)) + "\n";
+    std::string& rejections = m_rejections[model.m_name];
+    rejections += "rejected " + std::to_string(recognised);
+    rejections += " as component " + std::to_string(component);
+    rejections += " for reason " + std::to_string(static_cast<int>(reason)) + "\n";
 }
 
 std::string RecognitionLog::text() const

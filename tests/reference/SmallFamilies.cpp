@@ -84,7 +84,8 @@ void addPrimitives(
         const std::string name = "M" + number(family.models.size());
         const std::string& threshold = kThresholds[family.models.size() % kThresholds.size()];
         std::string declaration = "PrimitiveState(" + name + threshold;
-        declaration += ",\nPhysicalObjects(" + objects + ")\n";
+        declaration += ",\nPhysicalObjects(";
+        declaration += objects + ")\n";
         declaration += "Constraints(" + list + "))\n";
         family.models.push_back({name, declaration});
     }

@@ -85,6 +85,12 @@ void appendPoint(std::string& text, const Position& point)
     text += ')';
 }
 
+void appendPoints(std::string& text, const CS3DDPoints* points)
+{
+    text += "polygon ";
+    append(text, points == nullptr ? 0 : static_cast<int>(points->m_points.size()));
+}
+
 void appendValue(std::string& text, const CSBasicType* object)
 {
     const CSPlainValue value(object);
@@ -113,8 +119,7 @@ void appendValue(std::string& text, const CSBasicType* object)
         text += '\'' + value.text()->m_value + '\'';
         break;
     case CSPlainValue::Kind::Points:
-        text += "polygon ";
-        append(text, static_cast<int>(value.points()->m_points.size()));
+        appendPoints(text, value.points());
         break;
     case CSPlainValue::Kind::TimeStamp:
     case CSPlainValue::Kind::Other:
