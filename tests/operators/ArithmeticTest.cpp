@@ -9,8 +9,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

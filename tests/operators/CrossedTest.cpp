@@ -12,8 +12,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

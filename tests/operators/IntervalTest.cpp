@@ -13,8 +13,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <sstream>
 
-namespace scenariomatch::samples
+namespace scenariomatch
 {
 
 namespace
@@ -76,4 +76,4 @@ CSOperatorInterfaceAbstract* findOperator(const std::string& name)
     return found != all.end() ? found->object : nullptr;
 }
 
-} // namespace scenariomatch::samples
+} // namespace scenariomatch

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace scenariomatch::samples
+namespace scenariomatch
 {
 
 struct LoadedOperator
@@ -28,4 +28,4 @@ Value evaluate(CSOperatorInterfaceAbstract& op, const Values& arguments);
 // The one of that name; null when there is none.
 CSOperatorInterfaceAbstract* findOperator(const std::string& name);
 
-} // namespace scenariomatch::samples
+} // namespace scenariomatch

@@ -10,8 +10,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

@@ -18,8 +18,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

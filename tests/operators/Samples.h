@@ -11,7 +11,7 @@
 #include <vector>
 
 // Values for the tests of operators, in a few letters each.
-namespace scenariomatch::samples
+namespace scenariomatch
 {
 
 using Values = std::vector<Value>;
@@ -86,8 +86,8 @@ inline std::shared_ptr<CSTimeStamp> stamp(int milliseconds)
 {
     constexpr int kMilliseconds = 1000;
     constexpr double kMidnight = 1.7e9;
-    return std::make_shared<CSTimeStamp>(
-        0, kMidnight + milliseconds / kMilliseconds, milliseconds % kMilliseconds);
+    const int seconds = milliseconds / kMilliseconds;
+    return std::make_shared<CSTimeStamp>(0, kMidnight + seconds, milliseconds % kMilliseconds);
 }
 
 inline Value span(int startMilliseconds, int endMilliseconds)
@@ -132,4 +132,4 @@ inline bool isFalse(const Value& value)
     return isTruth(found) && !found.m_truth;
 }
 
-} // namespace scenariomatch::samples
+} // namespace scenariomatch

@@ -7,8 +7,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

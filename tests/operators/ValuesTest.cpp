@@ -8,8 +8,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

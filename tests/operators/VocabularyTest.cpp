@@ -16,8 +16,6 @@
 namespace scenariomatch
 {
 
-using namespace samples;
-
 namespace
 {
 

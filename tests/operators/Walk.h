@@ -7,7 +7,7 @@
 #include <vector>
 
 // Positions over time for the tests of motion.
-namespace scenariomatch::samples
+namespace scenariomatch
 {
 
 constexpr int kMillisecondsPerFrame = 40;
@@ -16,7 +16,7 @@ constexpr int kMillisecondsPerFrame = 40;
 // current value.
 inline Value walked(const std::vector<std::pair<int, Value>>& positions)
 {
-    const Value current = positions.back().second;
+    Value current = positions.back().second;
     current->m_frame = positions.back().first;
     for (std::size_t i = 0; i + 1 < positions.size(); ++i) {
         current->m_history[positions[i].first] = positions[i].second;
@@ -28,6 +28,7 @@ inline Value walked(const std::vector<std::pair<int, Value>>& positions)
 inline Value walked(const std::vector<Value>& positions)
 {
     std::vector<std::pair<int, Value>> numbered;
+    numbered.reserve(positions.size());
     for (const Value& position : positions) {
         numbered.emplace_back(static_cast<int>(numbered.size()), position);
     }
@@ -44,4 +45,4 @@ inline FrameTimes framesUpTo(int last)
     return times;
 }
 
-} // namespace scenariomatch::samples
+} // namespace scenariomatch
