@@ -206,16 +206,18 @@ private:
 
     // What recognition works with (Recognition.h).
     struct Recognition;
+    struct Outcome;
+    struct Seeds;
     Recognition& preparedRecognition();
 
     // Primitive states
-    void recogniseModel(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
-    void recogniseCandidate(scenariomatch::PrimitivePlan& plan, InstancesByModel& newInstances);
+    void
+    recogniseCandidate(const scenariomatch::PrimitivePlan& plan, Outcome& outcome, Seeds& seeds);
     bool isAccepted(const scenariomatch::PrimitivePlan& plan, double& confidence);
     bool holdsRest(const scenariomatch::PrimitivePlan& plan, double& confidence);
     scenariomatch::RecognisedEntry&
-    recordCandidate(const scenariomatch::PrimitivePlan& plan, double confidence);
-    void seedParents(scenariomatch::RecognisedEntry& recognised, InstancesByModel& newInstances);
+    recordCandidate(const scenariomatch::PrimitivePlan& plan, Outcome& outcome, double confidence);
+    void seedParents(scenariomatch::RecognisedEntry& recognised, Outcome& likely, Seeds& seeds);
     const std::shared_ptr<CSAgent>& refreshComponent(
         scenariomatch::RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& end);
 
@@ -234,15 +236,15 @@ private:
         CSScenarioInstance& candidate,
         const CComponent& component,
         const CSScenarioInstance& recognised) const;
-    void recogniseComposite(
-        const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances);
+    void recogniseComposite(const std::shared_ptr<CSScenarioInstance>& instance, Seeds& seeds);
     std::size_t verifyComposite(CSScenarioInstance& instance);
 
     // Recognised instances
     scenariomatch::RecognisedEntry&
-    recordInstance(const std::shared_ptr<CSScenarioInstance>& instance);
+    recordInstance(const std::shared_ptr<CSScenarioInstance>& instance, Outcome& outcome);
     void extendRecognised(scenariomatch::RecognisedEntry& entry, double confidence);
-    scenariomatch::RecognisedEntry& addNew(const std::shared_ptr<CSScenarioInstance>& instance);
+    scenariomatch::RecognisedEntry&
+    addNew(const std::shared_ptr<CSScenarioInstance>& instance, Outcome& outcome);
     bool isAboveThreshold(const CSScenario& model, double& confidence) const;
 
     CConstraint::OperatorTable m_operators;

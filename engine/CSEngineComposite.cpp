@@ -239,10 +239,11 @@ void CSEngine::recogniseComplexEvent(
     if (!m_currentTime) {
         return;
     }
+    Seeds seeds{newInstances};
     for (const auto& [name, instances] : candidates) {
         for (const auto& instance : instances) {
             if (instance->m_scenario->m_kind != "PrimitiveState") {
-                recogniseComposite(instance, newInstances);
+                recogniseComposite(instance, seeds);
             }
         }
     }
@@ -256,8 +257,7 @@ std::size_t CSEngine::verifyComposite(CSScenarioInstance& instance)
     return plan == composites.end() ? instance.verifyConstraints() : plan->second.verify(instance);
 }
 
-void CSEngine::recogniseComposite(
-    const std::shared_ptr<CSScenarioInstance>& instance, InstancesByModel& newInstances)
+void CSEngine::recogniseComposite(const std::shared_ptr<CSScenarioInstance>& instance, Seeds& seeds)
 {
     const CSScenario& model = *instance->m_scenario;
     const auto& bindings = instance->m_bindings;
@@ -279,5 +279,6 @@ void CSEngine::recogniseComposite(
         return;
     }
     ++m_statistics.accepted;
-    seedParents(recordInstance(instance), newInstances);
+    Outcome& outcome = m_recognition->outcomeOf(model, *m_allScenarios);
+    seedParents(recordInstance(instance, outcome), outcome, seeds);
 }

@@ -43,35 +43,30 @@ int CSEngine::addRecognisedEvent(
         startOut.reset();
         return -1;
     }
-    const CSScenarioInstance& recognised = *recordInstance(instance).instance;
+    const CSScenarioInstance& recognised =
+        *recordInstance(instance, m_recognition->outcomeOf(*instance->m_scenario, *m_allScenarios))
+             .instance;
     startOut = recognised.m_start;
     return recognised.m_id;
 }
 
 scenariomatch::RecognisedEntry&
-CSEngine::recordInstance(const std::shared_ptr<CSScenarioInstance>& instance)
+CSEngine::recordInstance(const std::shared_ptr<CSScenarioInstance>& instance, Outcome& outcome)
 {
     auto& recognition = *m_recognition;
-    recognition.variables.clear();
     recognition.participants.clear();
     for (const auto& [variable, agent] : instance->m_bindings) {
-        recognition.variables.push_back(variable);
         recognition.participants.push_back(agentIdentifier(agent));
     }
     auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
-        recognition.recognised.indexOf(instance->m_scenario->m_name),
-        *instance->m_scenario,
-        recognition.variables,
-        recognition.participants,
-        *m_currentTime,
-        m_constProlongation);
+        *outcome.index, *instance, recognition.participants, {*m_currentTime, m_constProlongation});
     if (earlier != nullptr) {
         extendRecognised(*earlier, instance->m_confidence);
         return *earlier;
     }
     // An object that stands in the list already is recognised a second time as another one.
     const bool isThere = recognition.recognised.has(*instance);
-    return addNew(isThere ? std::make_shared<CSScenarioInstance>(*instance) : instance);
+    return addNew(isThere ? std::make_shared<CSScenarioInstance>(*instance) : instance, outcome);
 }
 
 void CSEngine::extendRecognised(scenariomatch::RecognisedEntry& entry, double confidence)
@@ -84,7 +79,7 @@ void CSEngine::extendRecognised(scenariomatch::RecognisedEntry& entry, double co
 
 // A completed composite keeps the start of the component that was looked up; all else starts now.
 scenariomatch::RecognisedEntry&
-CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance)
+CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance, Outcome& outcome)
 {
     instance->m_id = m_nextInstanceId++;
     instance->m_end = m_currentTime;
@@ -97,8 +92,7 @@ CSEngine::addNew(const std::shared_ptr<CSScenarioInstance>& instance)
             agent->m_instances[instance->m_id] = 1;
         }
     }
-    auto& recognised = m_recognition->recognised;
-    auto& entry = recognised.add(recognised.indexOf(instance->m_scenario->m_name), instance);
+    auto& entry = m_recognition->recognised.add(*outcome.index, instance);
     if (m_observer != nullptr) {
         m_observer->instanceNew(*instance);
     }

@@ -42,26 +42,23 @@ void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
     }
     recognition.context->view.begin(m_agents, *m_currentTime, m_objectTypes);
     recognition.context->shared.beginFrame();
-    for (auto& [name, plans] : recognition.primitives) {
-        for (PrimitivePlan& plan : plans) {
-            recogniseModel(plan, newInstances);
+    Seeds seeds{newInstances};
+    for (auto& [name, primitives] : recognition.primitives) {
+        for (auto& [plan, outcome] : primitives) {
+            const std::uint64_t candidates = plan.enumerate([&, &plan = plan, &outcome = *outcome] {
+                recogniseCandidate(plan, outcome, seeds);
+            });
+            m_statistics.tested = added(m_statistics.tested, candidates);
         }
     }
 }
 
-void CSEngine::recogniseModel(PrimitivePlan& plan, InstancesByModel& newInstances)
-{
-    const std::uint64_t candidates =
-        plan.enumerate([&] { recogniseCandidate(plan, newInstances); });
-    m_statistics.tested = added(m_statistics.tested, candidates);
-}
-
-void CSEngine::recogniseCandidate(PrimitivePlan& plan, InstancesByModel& newInstances)
+void CSEngine::recogniseCandidate(const PrimitivePlan& plan, Outcome& outcome, Seeds& seeds)
 {
     double confidence = 1.0;
     if (isAccepted(plan, confidence)) {
         ++m_statistics.accepted;
-        seedParents(recordCandidate(plan, confidence), newInstances);
+        seedParents(recordCandidate(plan, outcome, confidence), outcome, seeds);
     }
 }
 
@@ -108,20 +105,20 @@ bool CSEngine::holdsRest(const PrimitivePlan& plan, double& confidence)
     return true;
 }
 
-RecognisedEntry& CSEngine::recordCandidate(const PrimitivePlan& plan, double confidence)
+RecognisedEntry&
+CSEngine::recordCandidate(const PrimitivePlan& plan, Outcome& outcome, double confidence)
 {
-    Recognition& recognition = *m_recognition;
-    recognition.participants.clear();
+    std::vector<int>& participants = m_recognition->participants;
+    participants.clear();
     for (std::size_t slot = 0; slot < plan.variables().size(); ++slot) {
-        recognition.participants.push_back(agentIdentifier(plan.agent(slot)));
+        participants.push_back(agentIdentifier(plan.agent(slot)));
     }
     auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
-        recognition.recognised.indexOf(plan.model()->m_name),
+        *outcome.index,
         *plan.model(),
         plan.variables(),
-        recognition.participants,
-        *m_currentTime,
-        m_constProlongation);
+        participants,
+        {*m_currentTime, m_constProlongation});
     if (earlier != nullptr) {
         extendRecognised(*earlier, confidence);
         return *earlier;
@@ -130,23 +127,26 @@ RecognisedEntry& CSEngine::recordCandidate(const PrimitivePlan& plan, double con
         std::make_shared<CSScenarioInstance>(plan.model(), m_currentTime, m_currentTime);
     instance->m_bindings = bindingsOf(plan);
     instance->m_confidence = confidence;
-    return addNew(instance);
+    return addNew(instance, outcome);
 }
 
-void CSEngine::seedParents(RecognisedEntry& recognised, InstancesByModel& newInstances)
+// Where models share a name the extended instance may be another one's.
+void CSEngine::seedParents(RecognisedEntry& recognised, Outcome& likely, Seeds& seeds)
 {
-    Recognition& recognition = *m_recognition;
-    for (scenariomatch::Seeding& seeding :
-         recognition.outcomeOf(*recognised.instance->m_scenario, *m_allScenarios).seedings) {
-        const std::shared_ptr<CSAgent>* component = nullptr;
+    const CSScenario& model = *recognised.instance->m_scenario;
+    Outcome& outcome =
+        likely.model == &model ? likely : m_recognition->outcomeOf(model, *m_allScenarios);
+    if (outcome.seedings.empty()) {
+        return;
+    }
+    const auto agents = m_recognition->agentsOf(*recognised.instance, outcome.variables);
+    const std::uint64_t frame = m_recognition->context->view.frame();
+    for (scenariomatch::Seeding& seeding : outcome.seedings) {
         for (int i = 0; i < seeding.filled(); ++i) {
-            component = &refreshComponent(recognised, m_currentTime);
+            refreshComponent(recognised, m_currentTime);
         }
-        newInstances[seeding.parent()->m_name].push_back(seeding.seed(
-            *recognised.instance,
-            component == nullptr ? nullptr : *component,
-            m_currentTime,
-            recognition.context->view.frame()));
+        seeds.add(
+            *seeding.parent(), seeding.seed(agents, recognised.component, m_currentTime, frame));
     }
 }
 

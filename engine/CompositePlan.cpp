@@ -99,11 +99,13 @@ void CompositePlan::bind(const CSScenarioInstance& instance)
     std::fill(m_agents.begin(), m_agents.end(), nullptr);
     auto variable = m_variables.begin();
     for (const auto& [name, agent] : instance.m_bindings) {
-        while (variable != m_variables.end() && *variable < name) {
+        // Mostly each name is the next one.
+        while (variable != m_variables.end() && *variable != name && *variable < name) {
             ++variable;
         }
         if (variable != m_variables.end() && *variable == name) {
             m_agents[static_cast<std::size_t>(variable - m_variables.begin())] = &agent;
+            ++variable;
         }
     }
 }

@@ -50,24 +50,14 @@ int identifierIn(const CConstraint::Bindings& bindings, const std::string& varia
     return found == bindings.end() ? kNoAgent : agentIdentifier(found->second);
 }
 
-// Whether every variable that the instance binds has the same agent among the participants.
-bool hasParticipants(
-    const CSScenarioInstance& instance,
-    std::span<const std::string> variables,
-    RecognisedScenarios::Participants participants)
+// Whether every variable that the instance binds has the agent that the function tells.
+template <class IdentifierOf>
+bool isOn(const CSScenarioInstance& instance, IdentifierOf&& identifierOf)
 {
-    std::size_t position = 0;
-    for (const auto& [variable, agent] : instance.m_bindings) {
-        while (position < variables.size() && variables[position] < variable) {
-            ++position;
-        }
-        const bool found = position < variables.size() && variables[position] == variable;
-        const int other = found ? participants[position] : kNoAgent;
-        if (agentIdentifier(agent) != other) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(
+        instance.m_bindings.begin(), instance.m_bindings.end(), [&](const auto& binding) {
+            return agentIdentifier(binding.second) == identifierOf(binding.first);
+        });
 }
 
 } // namespace
@@ -160,35 +150,83 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
     }
 }
 
+namespace
+{
+
+template <class IsSame>
+RecognisedEntry* firstExtensible(
+    const RecognisedGroup& group, const RecognisedScenarios::Moment& moment, IsSame&& isSame)
+{
+    for (RecognisedEntry* entry : group.items()) {
+        const double age = entry->instance->m_end->duration(moment.now);
+        if (age > moment.prolongation) {
+            return nullptr;
+        }
+        if (age != 0.0 && isSame(*entry)) {
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
+// Where the index holds one model alone, only those with the same participants are looked at. But a
+// negative prolongation ends the walk at whatever ended now, so that all are walked over.
+template <class IsSame>
+RecognisedEntry* findIn(
+    RecognisedIndex& index,
+    const CSScenario& model,
+    RecognisedScenarios::Participants participants,
+    const RecognisedScenarios::Moment& moment,
+    IsSame&& isSame)
+{
+    const bool isOneModel =
+        !index.mixed && index.model == &model && index.variables == participants.size();
+    if (!isOneModel || moment.prolongation < 0.0) {
+        return firstExtensible(index.all, moment, isSame);
+    }
+    const auto same = index.byParticipants.find(hashOf(participants));
+    if (same == index.byParticipants.end()) {
+        return nullptr;
+    }
+    return firstExtensible(same->second, moment, [&](const RecognisedEntry& entry) {
+        return std::equal(
+            participants.begin(),
+            participants.end(),
+            entry.identifiers.begin(),
+            entry.identifiers.end());
+    });
+}
+
+} // namespace
+
 RecognisedEntry* RecognisedScenarios::findExtensible(
     RecognisedIndex& index,
     const CSScenario& model,
     std::span<const std::string> variables,
     Participants participants,
-    const CSTimeStamp& now,
-    double prolongation)
+    const Moment& moment)
 {
-    const Group* group = &index.all;
-    const bool isOneModel =
-        !index.mixed && index.model == &model && index.variables == participants.size();
-    // A negative prolongation ends the walk at whatever ended now, so that all are walked over.
-    if (isOneModel && prolongation >= 0.0) {
-        const auto same = index.byParticipants.find(hashOf(participants));
-        if (same == index.byParticipants.end()) {
-            return nullptr;
-        }
-        group = &same->second;
-    }
-    for (Entry* entry : group->items()) {
-        const double age = entry->instance->m_end->duration(now);
-        if (age > prolongation) {
-            return nullptr;
-        }
-        if (age != 0.0 && hasParticipants(*entry->instance, variables, participants)) {
-            return entry;
-        }
-    }
-    return nullptr;
+    return findIn(index, model, participants, moment, [&](const Entry& entry) {
+        return isOn(*entry.instance, [&](const std::string& variable) {
+            const auto place = std::lower_bound(variables.begin(), variables.end(), variable);
+            const bool found = place != variables.end() && *place == variable;
+            return found ? participants[static_cast<std::size_t>(place - variables.begin())]
+                         : kNoAgent;
+        });
+    });
+}
+
+RecognisedEntry* RecognisedScenarios::findExtensible(
+    RecognisedIndex& index,
+    const CSScenarioInstance& instance,
+    Participants participants,
+    const Moment& moment)
+{
+    return findIn(index, *instance.m_scenario, participants, moment, [&](const Entry& entry) {
+        return isOn(*entry.instance, [&](const std::string& variable) {
+            return identifierIn(instance.m_bindings, variable);
+        });
+    });
 }
 
 void RecognisedScenarios::touch(Entry& entry, const CSTimeStamp& end)
@@ -216,7 +254,8 @@ RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance insta
 {
     auto entry = std::make_unique<Entry>();
     entry->model = &index;
-    entry->participants = hashOf(participantsOf(instance->m_bindings));
+    entry->identifiers = participantsOf(instance->m_bindings);
+    entry->participants = hashOf(entry->identifiers);
     entry->index = m_touched.size();
     entry->instance = std::move(instance);
     entry->place = m_list.append(entry->instance);

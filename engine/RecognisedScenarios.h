@@ -39,6 +39,8 @@ struct RecognisedEntry
     // All of the model, those with the same participants, then one per indexed variable.
     std::vector<Membership> memberships;
     std::uint64_t participants = 0;
+    // Their identifiers, in the order of the variables' names.
+    std::vector<int> identifiers;
     // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
     std::uint64_t turn = 0;
     std::uint64_t index = 0;
@@ -61,6 +63,14 @@ public:
     using Instance = std::shared_ptr<CSScenarioInstance>;
     // Identifiers of agents, in the order of their variables' names.
     using Participants = std::span<const int>;
+
+    // The present, and for how many seconds after its end an instance may still be extended.
+    struct Moment
+    {
+        const CSTimeStamp& now;
+        double prolongation = 0.0;
+    };
+
     using Entry = RecognisedEntry;
     using Group = RecognisedGroup;
 
@@ -86,14 +96,19 @@ public:
 
     // The first instance of the list that a recognition of the model with these participants
     // extends: same model name and participants, not ended now, ended at most `prolongation`
-    // seconds ago. Null when there is none.
+    // seconds ago. Null when there is none. Participants are told by the names of the variables,
+    // which are sorted, or by the instance at hand.
     static Entry* findExtensible(
         RecognisedIndex& index,
         const CSScenario& model,
         std::span<const std::string> variables,
         Participants participants,
-        const CSTimeStamp& now,
-        double prolongation);
+        const Moment& moment);
+    static Entry* findExtensible(
+        RecognisedIndex& index,
+        const CSScenarioInstance& instance,
+        Participants participants,
+        const Moment& moment);
     // Sets the end and the confidence of an instance.
     void extend(Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence);
     // Appends an instance that ends now.

@@ -3,6 +3,37 @@
 #include "engine/Agents.h"
 
 #include <ostream>
+#include <set>
+#include <utility>
+
+namespace
+{
+
+// The variables that recognised instances of the model bind, by name: the objects of a primitive
+// state, else the components and their arguments.
+std::vector<std::string> boundVariables(const CSScenario& model)
+{
+    std::set<std::string> variables;
+    for (const auto& component : model.m_components) {
+        variables.insert(component->m_variable);
+        variables.insert(component->m_arguments.begin(), component->m_arguments.end());
+    }
+    for (const auto& [position, variable] : model.m_physicalObjects) {
+        variables.insert(variable);
+    }
+    return {variables.begin(), variables.end()};
+}
+
+} // namespace
+
+void CSEngine::Seeds::add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed)
+{
+    if (model != &parent) {
+        model = &parent;
+        ofModel = &byModel[parent.m_name];
+    }
+    ofModel->push_back(std::move(seed));
+}
 
 CSEngine::Recognition& CSEngine::preparedRecognition()
 {
@@ -25,7 +56,9 @@ void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
     for (const auto& [kind, models] : scenarios.m_scenariosByKind) {
         for (const auto& model : models) {
             if (kind == "PrimitiveState") {
-                primitives[model->m_name].emplace_back(model, *context, isObserved);
+                primitives[model->m_name].push_back(
+                    {scenariomatch::PrimitivePlan(model, *context, isObserved),
+                     &outcomeOf(*model, scenarios)});
             } else {
                 composites.try_emplace(model.get(), *model, context->promises);
             }
@@ -44,8 +77,8 @@ void CSEngine::Recognition::shareWork()
 {
     const auto forEachPlan = [this](auto&& visit) {
         for (auto& [name, plans] : primitives) {
-            for (scenariomatch::PrimitivePlan& plan : plans) {
-                visit(plan);
+            for (Primitive& primitive : plans) {
+                visit(primitive.plan);
             }
         }
     };
@@ -53,21 +86,40 @@ void CSEngine::Recognition::shareWork()
     forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.prepareTests(); });
 }
 
-CSEngine::Recognition::Outcome&
+CSEngine::Outcome&
 CSEngine::Recognition::outcomeOf(const CSScenario& model, const CSAllScenarios& scenarios)
 {
     const auto [entry, isNew] = outcomes.try_emplace(&model);
     Outcome& outcome = entry->second;
     if (isNew) {
+        outcome.model = &model;
         outcome.index = &recognised.indexOf(model.m_name);
+        outcome.variables = boundVariables(model);
         const auto parents = scenarios.m_parents.find(model.m_name);
         if (parents != scenarios.m_parents.end()) {
             for (const auto& parent : parents->second) {
-                outcome.seedings.emplace_back(parent, model);
+                outcome.seedings.emplace_back(parent, model, outcome.variables);
             }
         }
     }
     return outcome;
+}
+
+std::span<const std::shared_ptr<CSAgent>* const> CSEngine::Recognition::agentsOf(
+    const CSScenarioInstance& instance, std::span<const std::string> names)
+{
+    agents.assign(names.size(), nullptr);
+    std::size_t place = 0;
+    for (const auto& [variable, agent] : instance.m_bindings) {
+        // Mostly each name is the next one.
+        while (place < names.size() && names[place] != variable && names[place] < variable) {
+            ++place;
+        }
+        if (place < names.size() && names[place] == variable) {
+            agents[place++] = &agent;
+        }
+    }
+    return agents;
 }
 
 // Where every candidate is observed those that do not fit are looked at too; else only instances
@@ -89,8 +141,8 @@ const scenariomatch::RecognisedGroup* CSEngine::Recognition::recognisedFor(
 void CSEngine::printPlans(std::ostream& out)
 {
     for (const auto& [name, plans] : preparedRecognition().primitives) {
-        for (const scenariomatch::PrimitivePlan& plan : plans) {
-            plan.print(out);
+        for (const Recognition::Primitive& primitive : plans) {
+            primitive.plan.print(out);
         }
     }
 }

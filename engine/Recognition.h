@@ -9,20 +9,40 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+// Where recognised instances of one model go: into the list, and into candidates of the model's
+// parents.
+struct CSEngine::Outcome
+{
+    const CSScenario* model = nullptr;
+    scenariomatch::RecognisedIndex* index = nullptr;
+    // What instances bind, by name.
+    std::vector<std::string> variables;
+    std::vector<scenariomatch::Seeding> seedings;
+};
+
+// The candidates that are seeded on one level. Those of one model mostly come one after the other.
+struct CSEngine::Seeds
+{
+    InstancesByModel& byModel;
+    const CSScenario* model = nullptr;
+    Instances* ofModel = nullptr;
+
+    void add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed);
+};
 
 // What recognition works with: the plans, made when models were read or rewritten, and what has
 // been recognised.
 struct CSEngine::Recognition
 {
-    // Where recognised instances of one model go: into the list, and into the candidates of the
-    // model's parents.
-    struct Outcome
+    struct Primitive
     {
-        scenariomatch::RecognisedIndex* index = nullptr;
-        std::vector<scenariomatch::Seeding> seedings;
+        scenariomatch::PrimitivePlan plan;
+        Outcome* outcome = nullptr;
     };
 
     void prepare(const CSAllScenarios& scenarios);
@@ -39,14 +59,19 @@ struct CSEngine::Recognition
     std::unique_ptr<scenariomatch::PlanContext> context =
         std::make_unique<scenariomatch::PlanContext>();
     // By name, then in reading order.
-    std::map<std::string, std::vector<scenariomatch::PrimitivePlan>> primitives;
+    std::map<std::string, std::vector<Primitive>> primitives;
     std::unordered_map<const CSScenario*, scenariomatch::CompositePlan> composites;
     std::unordered_map<const CSScenario*, Outcome> outcomes;
     scenariomatch::ComponentLookups lookups;
     scenariomatch::RecognisedScenarios recognised;
-    // Of the candidate at hand; kept to save allocations.
+    // The agents of the variables that an instance binds, null for one that it does not; valid
+    // until the next call.
+    std::span<const std::shared_ptr<CSAgent>* const>
+    agentsOf(const CSScenarioInstance& instance, std::span<const std::string> names);
+
+    // Of the candidate or instance at hand; kept to save allocations.
     std::vector<int> participants;
-    std::vector<std::string> variables;
+    std::vector<const std::shared_ptr<CSAgent>*> agents;
 
 private:
     void shareWork();

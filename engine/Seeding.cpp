@@ -8,7 +8,10 @@
 namespace scenariomatch
 {
 
-Seeding::Seeding(std::shared_ptr<CSScenario> parent, const CSScenario& model)
+Seeding::Seeding(
+    std::shared_ptr<CSScenario> parent,
+    const CSScenario& model,
+    std::span<const std::string> variables)
     : m_parent(std::move(parent))
 {
     for (std::size_t k = 0; k < m_parent->m_components.size(); ++k) {
@@ -18,17 +21,19 @@ Seeding::Seeding(std::shared_ptr<CSScenario> parent, const CSScenario& model)
             continue;
         }
         ++m_filled;
-        bind(component.m_variable, {});
+        bind(component.m_variable, kComponent);
         for (const auto& [position, variable] : model.m_physicalObjects) {
             if (const std::string* argument = argumentAt(component, position)) {
-                bind(*argument, variable);
+                const auto place = std::find(variables.begin(), variables.end(), variable);
+                const auto index = static_cast<std::size_t>(place - variables.begin());
+                bind(*argument, place == variables.end() ? kNobody : index);
             }
         }
     }
 }
 
 // The last binding of a variable counts.
-void Seeding::bind(const std::string& variable, const std::string& source)
+void Seeding::bind(const std::string& variable, std::size_t source)
 {
     const auto place = std::lower_bound(
         m_bindings.begin(), m_bindings.end(), variable, [](const Binding& one, const auto& name) {
@@ -42,7 +47,7 @@ void Seeding::bind(const std::string& variable, const std::string& source)
 }
 
 std::shared_ptr<CSScenarioInstance> Seeding::seed(
-    const CSScenarioInstance& recognised,
+    Agents agents,
     const std::shared_ptr<CSAgent>& component,
     const std::shared_ptr<CSTimeStamp>& now,
     std::uint64_t frame)
@@ -52,11 +57,13 @@ std::shared_ptr<CSScenarioInstance> Seeding::seed(
     seed->m_end = now;
     auto binding = m_bindings.begin();
     for (auto& [variable, agent] : seed->m_bindings) {
-        if (binding->source.empty()) {
+        const std::size_t source = binding->source;
+        if (source == kComponent) {
             agent = component;
+        } else if (source == kNobody || agents[source] == nullptr) {
+            agent = nullptr;
         } else {
-            const auto found = recognised.m_bindings.find(binding->source);
-            agent = found == recognised.m_bindings.end() ? nullptr : found->second;
+            agent = *agents[source];
         }
         ++binding;
     }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,11 @@ namespace scenariomatch
 class CS_EXPORT Seeding
 {
 public:
-    Seeding(std::shared_ptr<CSScenario> parent, const CSScenario& model);
+    // `variables` are those that instances of the model bind, by name.
+    Seeding(
+        std::shared_ptr<CSScenario> parent,
+        const CSScenario& model,
+        std::span<const std::string> variables);
 
     const std::shared_ptr<CSScenario>& parent() const { return m_parent; }
 
@@ -28,18 +33,23 @@ public:
 
     // A candidate from `now` on. Takes up one that it made two frames ago, where nobody has kept
     // it.
+    // The agents are those of the variables, null where one is not bound.
+    using Agents = std::span<const std::shared_ptr<CSAgent>* const>;
     std::shared_ptr<CSScenarioInstance> seed(
-        const CSScenarioInstance& recognised,
+        Agents agents,
         const std::shared_ptr<CSAgent>& component,
         const std::shared_ptr<CSTimeStamp>& now,
         std::uint64_t frame);
 
 private:
+    static constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kComponent = kNobody - 1;
+
     struct Binding
     {
         std::string variable;
-        // The recognised instance's variable; empty for its pseudo-agent.
-        std::string source;
+        // The place of the recognised instance's variable, or one of those below.
+        std::size_t source = kNobody;
     };
 
     // The candidates of a frame, to be used again.
@@ -50,7 +60,7 @@ private:
         std::vector<std::shared_ptr<CSScenarioInstance>> instances;
     };
 
-    void bind(const std::string& variable, const std::string& source);
+    void bind(const std::string& variable, std::size_t source);
     std::shared_ptr<CSScenarioInstance> fresh(std::uint64_t frame);
     std::shared_ptr<CSScenarioInstance> unbound() const;
 

@@ -43,7 +43,7 @@ protected:
         const std::array<std::string, 1> variables = {"p"};
         const std::array<int, 1> participants = {agent};
         return RecognisedScenarios::findExtensible(
-            m_scenarios.indexOf(model->m_name), *model, variables, participants, *at(now), 5.0);
+            m_scenarios.indexOf(model->m_name), *model, variables, participants, {*at(now), 5.0});
     }
 
     std::vector<int> ids() const
