@@ -2,7 +2,9 @@
 
 #include "types/CSAgent.h"
 
+#include <cstddef>
 #include <memory>
+#include <string>
 
 namespace scenariomatch
 {
@@ -14,6 +16,20 @@ inline constexpr int kNoAgent = -1;
 inline int agentIdentifier(const std::shared_ptr<CSAgent>& agent)
 {
     return agent ? agent->m_ID : kNoAgent;
+}
+
+// Whether two names of variables are the same. They are short: no call is worth it.
+inline bool isSameName(const std::string& a, const std::string& b)
+{
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i]) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // Whether the agent is a physical object and not a component pseudo-agent; an empty one is not.

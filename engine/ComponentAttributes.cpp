@@ -46,16 +46,18 @@ void ComponentAttributes::forgetOldest()
     m_hasForgotten = true;
 }
 
-std::optional<CSPlainValue> ComponentAttributes::peek(const std::string& name) const
+CSPlainValue ComponentAttributes::interval() const
 {
     if (m_renewals.empty()) {
-        return std::nullopt;
+        return {};
     }
-    if (name == "Interval") {
-        const Renewal& latest = m_renewals.back();
-        return CSPlainValue::interval(latest.start.get(), latest.end.get());
-    }
-    return name == "Name" ? std::optional(CSPlainValue(&m_name)) : std::nullopt;
+    const Renewal& latest = m_renewals.back();
+    return CSPlainValue::interval(latest.start.get(), latest.end.get());
+}
+
+CSPlainValue ComponentAttributes::name() const
+{
+    return m_renewals.empty() ? CSPlainValue() : CSPlainValue(&m_name);
 }
 
 // The first value that an attribute ever had is flagged; where that one has been forgotten, none

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,7 +29,8 @@ public:
 
     void makeUp(CSAgent& agent) override;
 
-    std::optional<CSPlainValue> peek(const std::string& name) const override;
+    CSPlainValue interval() const override;
+    CSPlainValue name() const override;
 
 private:
     struct Renewal

@@ -1,5 +1,7 @@
 #include "engine/CompositePlan.h"
 
+#include "engine/Agents.h"
+
 #include <algorithm>
 
 namespace scenariomatch
@@ -45,8 +47,10 @@ struct CompositePlan::Reader
         }
         const std::string& name = plan.m_attributes[static_cast<std::size_t>(node.attribute)];
         if (const LateAttributes* late = agent->m_late.get()) {
-            if (const auto value = late->peek(name)) {
-                return *value;
+            const CSPlainValue interval =
+                node.attribute == plan.m_interval ? late->interval() : CSPlainValue();
+            if (!interval.isNone()) {
+                return interval;
             }
             agent->makeUp();
         }
@@ -91,6 +95,7 @@ CompositePlan::CompositePlan(const CSScenario& model, OperatorPromises& promises
         }
     }
     m_agents.resize(m_variables.size());
+    m_interval = numbering.attribute("Interval");
 }
 
 // Variables that no slot stands for are read by no constraint.
@@ -99,11 +104,10 @@ void CompositePlan::bind(const CSScenarioInstance& instance)
     std::fill(m_agents.begin(), m_agents.end(), nullptr);
     auto variable = m_variables.begin();
     for (const auto& [name, agent] : instance.m_bindings) {
-        // Mostly each name is the next one.
-        while (variable != m_variables.end() && *variable != name && *variable < name) {
+        while (variable != m_variables.end() && !isSameName(*variable, name) && *variable < name) {
             ++variable;
         }
-        if (variable != m_variables.end() && *variable == name) {
+        if (variable != m_variables.end() && isSameName(*variable, name)) {
             m_agents[static_cast<std::size_t>(variable - m_variables.begin())] = &agent;
             ++variable;
         }

@@ -6,6 +6,7 @@
 #include "engine/Truth.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,7 @@ private:
     std::vector<std::optional<Expression>> m_expressions;
     // The names of the attributes that expressions read, by number.
     std::vector<std::string> m_attributes;
+    std::int32_t m_interval = -1;
     // Of the instance at hand: the agents by slot, null where the variable is not bound.
     std::vector<const std::shared_ptr<CSAgent>*> m_agents;
     std::vector<std::shared_ptr<CSBasicType>> m_kept;

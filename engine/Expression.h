@@ -112,8 +112,6 @@ private:
     CSPlainValue valueOf(const Node& node, Reader& reader) const;
     template <class Reader>
     CSPlainValue compute(const Node& node, Reader& reader) const;
-    template <class Reader>
-    CSPlainValue call(const Node& node, Reader& reader) const;
 
     std::vector<Node> m_nodes;
     // The words that the constants refer to.
@@ -143,35 +141,29 @@ void Expression::forEachAttribute(Visit&& visit) const
     }
 }
 
+// Leaves, which are most of the nodes, are read in place.
 template <class Reader>
-CSPlainValue Expression::valueOf(const Node& node, Reader& reader) const
+inline CSPlainValue Expression::valueOf(const Node& node, Reader& reader) const
 {
+    if (node.kind == Kind::Constant) {
+        return node.constant;
+    }
+    if (node.kind == Kind::Attribute) {
+        return node.slot < 0 ? CSPlainValue() : reader.attribute(node);
+    }
     if (node.shared >= 0) {
         return reader.shared(node, [&] { return compute(node, reader); });
     }
     return compute(node, reader);
 }
 
+// Arguments are made where they are read: one, two and three are what nearly all operators take.
 template <class Reader>
 CSPlainValue Expression::compute(const Node& node, Reader& reader) const
 {
-    switch (node.kind) {
-    case Kind::Constant:
-        return node.constant;
-    case Kind::Attribute:
-        return node.slot < 0 ? CSPlainValue() : reader.attribute(node);
-    case Kind::Call:
-        return call(node, reader);
-    case Kind::Objects:
-        break;
+    if (node.kind == Kind::Objects) {
+        return CSPlainValue(reader.objects(*node.source));
     }
-    return CSPlainValue(reader.objects(*node.source));
-}
-
-// Arguments are made where they are read: one, two and three are what nearly all operators take.
-template <class Reader>
-CSPlainValue Expression::call(const Node& node, Reader& reader) const
-{
     const Node* child = m_nodes.data() + node.firstChild;
     switch (node.children) {
     case 1: {

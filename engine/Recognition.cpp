@@ -6,6 +6,8 @@
 #include <set>
 #include <utility>
 
+using scenariomatch::isSameName;
+
 namespace
 {
 
@@ -111,11 +113,11 @@ std::span<const std::shared_ptr<CSAgent>* const> CSEngine::Recognition::agentsOf
     agents.assign(names.size(), nullptr);
     std::size_t place = 0;
     for (const auto& [variable, agent] : instance.m_bindings) {
-        // Mostly each name is the next one.
-        while (place < names.size() && names[place] != variable && names[place] < variable) {
+        while (place < names.size() && !isSameName(names[place], variable) &&
+               names[place] < variable) {
             ++place;
         }
-        if (place < names.size() && names[place] == variable) {
+        if (place < names.size() && isSameName(names[place], variable)) {
             agents[place++] = &agent;
         }
     }

@@ -34,9 +34,8 @@ inline std::string_view nameOf(const BoundAgent& agent)
         return {};
     }
     if (const LateAttributes* late = agent->m_late.get()) {
-        const auto name = late->peek("Name");
-        if (name && name->text() != nullptr) {
-            return name->text()->m_value;
+        if (const CSString* name = late->name().text()) {
+            return name->m_value;
         }
     }
     const auto attribute = agent->m_attributes.find("Name");

@@ -23,12 +23,12 @@ void reportFailure(const CSOperatorInterfaceAbstract& op, const std::string& wha
     }
 }
 
-// Calls a stranger's code; what it throws is reported, and `otherwise` is the answer.
-template <class Call, class Result>
-Result guarded(const CSOperatorInterfaceAbstract& op, Call&& call, Result (*otherwise)())
+} // namespace
+
+void reportOperatorFailure(const CSOperatorInterfaceAbstract& op)
 {
     try {
-        return call();
+        throw;
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {
@@ -36,10 +36,7 @@ Result guarded(const CSOperatorInterfaceAbstract& op, Call&& call, Result (*othe
     } catch (...) {
         reportFailure(op, "unknown exception");
     }
-    return otherwise();
 }
-
-} // namespace
 
 void setOperatorFailureHandler(OperatorFailureHandler handler)
 {
@@ -49,25 +46,22 @@ void setOperatorFailureHandler(OperatorFailureHandler handler)
 std::shared_ptr<CSBasicType>
 callOperator(CSOperatorInterfaceAbstract& op, std::vector<std::shared_ptr<CSBasicType>>&& arguments)
 {
-    return guarded<>(
-        op,
-        [&] { return op.evaluate(std::move(arguments)); },
-        +[]() -> std::shared_ptr<CSBasicType> { return std::make_shared<CSBool>(false); });
-}
-
-CSPlainValue
-callOperatorPlain(CSOperatorInterfaceAbstract& op, std::span<const CSPlainValue> arguments)
-{
-    return guarded<>(
-        op,
-        [&] { return op.evaluatePlain(arguments); },
-        +[] { return CSPlainValue::boolean(false); });
+    try {
+        return op.evaluate(std::move(arguments));
+    } catch (...) {
+        reportOperatorFailure(op);
+        return std::make_shared<CSBool>(false);
+    }
 }
 
 CSOperatorDescription describeOperator(const CSOperatorInterfaceAbstract& op)
 {
-    return guarded<>(
-        op, [&] { return op.describe(); }, +[] { return CSOperatorDescription{}; });
+    try {
+        return op.describe();
+    } catch (...) {
+        reportOperatorFailure(op);
+        return {};
+    }
 }
 
 } // namespace scenariomatch

@@ -24,10 +24,21 @@ CS_EXPORT void setOperatorFailureHandler(OperatorFailureHandler handler);
 CS_EXPORT std::shared_ptr<CSBasicType> callOperator(
     CSOperatorInterfaceAbstract& op, std::vector<std::shared_ptr<CSBasicType>>&& arguments);
 
+// Reports the exception that is being handled; a failed allocation is thrown on.
+CS_EXPORT void reportOperatorFailure(const CSOperatorInterfaceAbstract& op);
+
 // The plain value of an operator that promises one; a plain false when it throws. A failed
 // allocation passes.
-CS_EXPORT CSPlainValue
-callOperatorPlain(CSOperatorInterfaceAbstract& op, std::span<const CSPlainValue> arguments);
+inline CSPlainValue
+callOperatorPlain(CSOperatorInterfaceAbstract& op, std::span<const CSPlainValue> arguments)
+{
+    try {
+        return op.evaluatePlain(arguments);
+    } catch (...) {
+        reportOperatorFailure(op);
+        return CSPlainValue::boolean(false);
+    }
+}
 
 // What the operator says about itself; nothing when it throws. A failed allocation passes.
 CS_EXPORT CSOperatorDescription describeOperator(const CSOperatorInterfaceAbstract& op);

@@ -4,8 +4,6 @@
 #include "types/Export.h"
 
 #include <memory>
-#include <optional>
-#include <string>
 #include <utility>
 
 class CSAgent;
@@ -27,8 +25,9 @@ public:
     // Enters what has not been made yet into the agent's attributes, histories and frames.
     virtual void makeUp(CSAgent& agent) = 0;
 
-    // The attribute's value as it will be made; nothing where it has been made, or is no late one.
-    virtual std::optional<CSPlainValue> peek(const std::string& name) const = 0;
+    // The values of "Interval" and "Name" as they will be made; no values where they have been.
+    virtual CSPlainValue interval() const = 0;
+    virtual CSPlainValue name() const = 0;
 };
 
 // Holds an agent's late attributes, which stay with the agent: a copy of the agent has those alone
