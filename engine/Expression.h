@@ -72,7 +72,7 @@ public:
     // only.
     std::vector<std::int32_t> slots() const;
 
-    // Calls visit(attribute number) for each attribute that is read as a plain value.
+    // Calls visit(slot, attribute number) for each attribute that is read as a plain value.
     template <class Visit>
     void forEachAttribute(Visit&& visit) const;
 
@@ -136,7 +136,7 @@ void Expression::forEachAttribute(Visit&& visit) const
 {
     for (const Node& node : m_nodes) {
         if (node.kind == Kind::Attribute && node.slot >= 0) {
-            visit(node.attribute);
+            visit(node.slot, node.attribute);
         }
     }
 }

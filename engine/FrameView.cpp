@@ -108,24 +108,27 @@ void FrameView::gather(Type& type) const
     }
 }
 
-std::span<const CSPlainValue> FrameView::values(std::size_t attributeNumber)
+std::span<const CSPlainValue> FrameView::values(std::size_t attributeNumber, std::size_t typeNumber)
 {
     Attribute& attribute = m_attributes[attributeNumber];
-    if (attribute.frame != m_frame) {
-        attribute.frame = m_frame;
-        read(attribute);
+    attribute.frames.resize(m_types.size(), 0);
+    if (attribute.frames[typeNumber] != m_frame) {
+        attribute.frames[typeNumber] = m_frame;
+        read(attribute, typeNumber);
     }
     return attribute.values;
 }
 
-void FrameView::read(Attribute& attribute) const
+void FrameView::read(Attribute& attribute, std::size_t typeNumber)
 {
-    attribute.values.clear();
-    attribute.values.reserve(m_agents.size());
-    for (const auto* agent : m_agents) {
-        const auto& attributes = (*agent)->m_attributes;
+    if (attribute.values.size() < m_agents.size()) {
+        attribute.values.resize(m_agents.size());
+    }
+    for (const AgentIndex index : ofType(typeNumber)) {
+        const auto& attributes = agent(index)->m_attributes;
         const auto found = attributes.find(attribute.name);
-        attribute.values.emplace_back(found == attributes.end() ? nullptr : found->second.get());
+        attribute.values[index] =
+            CSPlainValue(found == attributes.end() ? nullptr : found->second.get());
     }
 }
 

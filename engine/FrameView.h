@@ -59,8 +59,9 @@ public:
     // The present agents of the type and of those that derive from it, type by type.
     std::span<const AgentIndex> ofType(std::size_t typeNumber);
 
-    // The attribute of every present agent, by index; no value where an agent lacks it.
-    std::span<const CSPlainValue> values(std::size_t attributeNumber);
+    // The attribute of the present agents of the type, by their index; no value where an agent
+    // lacks it. What the array says of other agents means nothing.
+    std::span<const CSPlainValue> values(std::size_t attributeNumber, std::size_t typeNumber);
 
 private:
     struct Type
@@ -75,8 +76,9 @@ private:
     struct Attribute
     {
         std::string name;
-        std::uint64_t frame = 0;
         std::vector<CSPlainValue> values;
+        // By type number, the frame for which the type's agents were read.
+        std::vector<std::uint64_t> frames;
     };
 
     // The agents of exactly one type.
@@ -88,7 +90,7 @@ private:
 
     Kind& kindOf(const std::string& type, Kind* likely);
     void gather(Type& type) const;
-    void read(Attribute& attribute) const;
+    void read(Attribute& attribute, std::size_t typeNumber);
 
     std::vector<Type> m_types;
     std::vector<Attribute> m_attributes;

@@ -70,9 +70,9 @@ Neighbourhoods::Found Neighbourhoods::near(std::size_t number, std::uint32_t ran
 void Neighbourhoods::answer(Question& question, FrameView& view)
 {
     const auto from = view.ofType(question.from.type);
-    const auto fromValues = view.values(question.from.attribute);
+    const auto fromValues = view.values(question.from.attribute, question.from.type);
     const auto to = view.ofType(question.to.type);
-    const auto toValues = view.values(question.to.attribute);
+    const auto toValues = view.values(question.to.attribute, question.to.type);
     m_from.clear();
     m_to.clear();
     m_everywhere.clear();

@@ -303,8 +303,8 @@ void PrimitivePlan::prepareTests()
         for (Test& test : tests) {
             test.expression.emplace(
                 *m_model->m_constraints[test.constraint], m_context.promises, numbering);
-            test.expression->forEachAttribute([this](std::int32_t attribute) {
-                m_attributes.push_back(static_cast<std::size_t>(attribute));
+            test.expression->forEachAttribute([this](std::int32_t slot, std::int32_t attribute) {
+                noteAttribute(static_cast<std::size_t>(slot), static_cast<std::size_t>(attribute));
             });
         }
     };
@@ -312,9 +312,17 @@ void PrimitivePlan::prepareTests()
     for (Step& step : m_steps) {
         prepare(step.tests);
     }
-    std::sort(m_attributes.begin(), m_attributes.end());
-    m_attributes.erase(std::unique(m_attributes.begin(), m_attributes.end()), m_attributes.end());
-    m_values.resize(m_attributes.empty() ? 0 : m_attributes.back() + 1);
+}
+
+void PrimitivePlan::noteAttribute(std::size_t slot, std::size_t attribute)
+{
+    const auto step = std::find_if(
+        m_steps.begin(), m_steps.end(), [slot](const Step& one) { return one.slot == slot; });
+    const Neighbourhoods::Side read{m_typeNumbers[step->group], attribute};
+    if (std::find(m_attributes.begin(), m_attributes.end(), read) == m_attributes.end()) {
+        m_attributes.push_back(read);
+        m_values.resize(std::max(m_values.size(), attribute + 1));
+    }
 }
 
 std::uint64_t PrimitivePlan::countCandidates()
@@ -342,8 +350,8 @@ std::uint64_t PrimitivePlan::countCandidates()
 
 void PrimitivePlan::readAttributes()
 {
-    for (const std::size_t attribute : m_attributes) {
-        m_values[attribute] = m_context.view.values(attribute).data();
+    for (const auto& [type, attribute] : m_attributes) {
+        m_values[attribute] = m_context.view.values(attribute, type).data();
     }
 }
 

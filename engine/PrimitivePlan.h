@@ -128,7 +128,7 @@ private:
     std::optional<Bound>
     boundOf(const CConstraint& measured, const CConstraint& limit, CSOperatorMeaning meaning) const;
     void chooseNearby(Step& step, const std::vector<bool>& isBound);
-    std::size_t typeOfSlot(std::size_t slot) const;
+    void noteAttribute(std::size_t slot, std::size_t attribute);
     void printStep(std::ostream& out, const Step& step) const;
     void printTests(std::ostream& out, const std::vector<Test>& tests) const;
 
@@ -156,7 +156,8 @@ private:
     // Tests of constraints without variables.
     std::vector<Test> m_always;
     std::vector<Step> m_steps;
-    std::vector<std::size_t> m_attributes;
+    // The attributes that tests read, of agents of which type.
+    std::vector<Neighbourhoods::Side> m_attributes;
     // Whether the steps bind in another order than that of the positions.
     bool m_isReordered = false;
 
