@@ -294,6 +294,9 @@ void PrimitivePlan::countShared()
 
 void PrimitivePlan::prepareTests()
 {
+    if (m_finder != nullptr) {
+        return;
+    }
     const Expression::Numbering numbering{
         [this](const std::string& attribute) {
             return static_cast<std::int32_t>(m_context.view.attributeNumber(attribute));
@@ -348,11 +351,12 @@ std::uint64_t PrimitivePlan::countCandidates()
     return static_cast<std::uint64_t>(std::min(exactly, kMost));
 }
 
-void PrimitivePlan::readAttributes()
+bool PrimitivePlan::isPossible()
 {
     for (const auto& [type, attribute] : m_attributes) {
         m_values[attribute] = m_context.view.values(attribute, type).data();
     }
+    return hold(m_always);
 }
 
 bool PrimitivePlan::hold(const std::vector<Test>& tests)
@@ -368,6 +372,32 @@ bool PrimitivePlan::hold(const std::vector<Test>& tests)
     return true;
 }
 
+// All candidates of the frame, once however many plans ask.
+void PrimitivePlan::findAll()
+{
+    if (m_foundFrame == m_context.view.frame()) {
+        return;
+    }
+    m_foundFrame = m_context.view.frame();
+    m_foundRanks.clear();
+    m_foundConfidences.clear();
+    m_foundOrder.clear();
+    m_candidates = countCandidates();
+    if (m_candidates == 0 || !isPossible()) {
+        return;
+    }
+    const auto remember = [this] {
+        m_foundOrder.push_back(m_foundOrder.size());
+        m_foundRanks.insert(m_foundRanks.end(), m_ranks.begin(), m_ranks.end());
+        m_foundConfidences.insert(
+            m_foundConfidences.end(), m_confidences.begin(), m_confidences.end());
+    };
+    bind(0, remember);
+    if (m_isReordered) {
+        sortFound();
+    }
+}
+
 void PrimitivePlan::sortFound()
 {
     const std::size_t width = m_positions.size();
@@ -381,25 +411,48 @@ void PrimitivePlan::sortFound()
     });
 }
 
-void PrimitivePlan::restore(std::size_t found)
+void PrimitivePlan::adopt(const PrimitivePlan& finder, std::size_t found)
 {
-    const std::size_t width = m_positions.size();
-    for (std::size_t position = 0; position < width; ++position) {
-        const std::uint32_t rank = m_foundRanks[found * width + position];
-        m_ranks[position] = rank;
-        m_agents[m_positions[position].slot] = m_choices[m_positions[position].group][rank];
+    const std::uint32_t* rank = &finder.m_foundRanks[found * m_positions.size()];
+    for (const Position& position : m_positions) {
+        m_agents[position.slot] = finder.m_choices[position.group][*rank++];
+    }
+    const auto confidence =
+        finder.m_foundConfidences.begin() + static_cast<std::ptrdiff_t>(found * m_tested);
+    std::copy_n(confidence, m_tested, m_confidences.begin());
+}
+
+std::string PrimitivePlan::work() const
+{
+    std::string work;
+    if (m_tested == 0) {
+        return work;
+    }
+    for (const Position& position : m_positions) {
+        work += m_types[position.group] + ' ' + std::to_string(position.slot) + '\n';
     }
     for (std::size_t i = 0; i < m_tested; ++i) {
-        m_confidences[i] = m_foundConfidences[found * m_tested + i];
+        work += keyOf(*m_model->m_constraints[i], {}) + '\n';
     }
+    return work;
+}
+
+void PrimitivePlan::follow(PrimitivePlan& finder)
+{
+    m_finder = &finder;
+    finder.m_isFollowed = true;
 }
 
 void PrimitivePlan::print(std::ostream& out) const
 {
     out << m_model->m_kind << ' ' << m_model->m_name << '\n';
-    printTests(out, m_always);
-    for (const Step& step : m_steps) {
-        printStep(out, step);
+    if (m_finder == nullptr) {
+        printTests(out, m_always);
+        for (const Step& step : m_steps) {
+            printStep(out, step);
+        }
+    } else {
+        out << "    the candidates of " << m_finder->m_model->m_name << '\n';
     }
     for (std::size_t i = m_tested; i < m_model->m_constraints.size(); ++i) {
         out << "    then test " << textOf(*m_model->m_constraints[i]) << '\n';

@@ -50,6 +50,12 @@ public:
     void countShared();
     void prepareTests();
 
+    // What the plan looks for, without names: plans with the same work find the same candidates.
+    // Empty where nothing is tested.
+    std::string work() const;
+    // Takes the candidates over from a plan with the same work, which outlives this one.
+    void follow(PrimitivePlan& finder);
+
     // Calls visit() for each candidate of the frame whose tested constraints hold, with agents and
     // confidences set. Returns the number of all candidates.
     template <class Visit>
@@ -134,14 +140,14 @@ private:
 
     // As the plain enumeration counts them; 0 where its 32-bit numbers say that there are none.
     std::uint64_t countCandidates();
-    void readAttributes();
+    // Makes ready for binding; false where a constraint without variables is.
+    bool isPossible();
     template <class Visit>
     void bind(std::size_t step, Visit& visit);
-    template <class Visit>
-    void visitInOrder(Visit& visit);
     bool hold(const std::vector<Test>& tests);
+    void findAll();
     void sortFound();
-    void restore(std::size_t found);
+    void adopt(const PrimitivePlan& finder, std::size_t found);
 
     std::shared_ptr<CSScenario> m_model;
     PlanContext& m_context;
@@ -168,7 +174,13 @@ private:
     // The agents to choose from, by group, and the attributes of all agents, by number.
     std::vector<std::span<const FrameView::AgentIndex>> m_choices;
     std::vector<const CSPlainValue*> m_values;
-    // Candidates found out of order: ranks and confidences, one after the other.
+    // Who finds the candidates for this plan, null for itself; and whether others follow this one.
+    PrimitivePlan* m_finder = nullptr;
+    bool m_isFollowed = false;
+    // The candidates of a frame, where they are found out of order or for several plans: ranks and
+    // confidences, one after the other.
+    std::uint64_t m_foundFrame = 0;
+    std::uint64_t m_candidates = 0;
     std::vector<std::uint32_t> m_foundRanks;
     std::vector<double> m_foundConfidences;
     std::vector<std::size_t> m_foundOrder;
@@ -177,17 +189,17 @@ private:
 template <class Visit>
 std::uint64_t PrimitivePlan::enumerate(Visit&& visit)
 {
+    PrimitivePlan& finder = m_finder == nullptr ? *this : *m_finder;
+    if (finder.m_isReordered || finder.m_isFollowed) {
+        finder.findAll();
+        for (const std::size_t found : finder.m_foundOrder) {
+            adopt(finder, found);
+            visit();
+        }
+        return finder.m_candidates;
+    }
     const std::uint64_t candidates = countCandidates();
-    if (candidates == 0) {
-        return 0;
-    }
-    readAttributes();
-    if (!hold(m_always)) {
-        return candidates;
-    }
-    if (m_isReordered) {
-        visitInOrder(visit);
-    } else {
+    if (candidates > 0 && isPossible()) {
         bind(0, visit);
     }
     return candidates;
@@ -228,26 +240,6 @@ void PrimitivePlan::bind(std::size_t step, Visit& visit)
     }
     for (std::uint32_t rank = 0; rank < choices.size(); ++rank) {
         choose(rank);
-    }
-}
-
-template <class Visit>
-void PrimitivePlan::visitInOrder(Visit& visit)
-{
-    m_foundRanks.clear();
-    m_foundConfidences.clear();
-    m_foundOrder.clear();
-    const auto remember = [this] {
-        m_foundOrder.push_back(m_foundOrder.size());
-        m_foundRanks.insert(m_foundRanks.end(), m_ranks.begin(), m_ranks.end());
-        m_foundConfidences.insert(
-            m_foundConfidences.end(), m_confidences.begin(), m_confidences.end());
-    };
-    bind(0, remember);
-    sortFound();
-    for (const std::size_t found : m_foundOrder) {
-        restore(found);
-        visit();
     }
 }
 

@@ -84,7 +84,16 @@ void CSEngine::Recognition::shareWork()
             }
         }
     };
-    forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.countShared(); });
+    std::unordered_map<std::string, scenariomatch::PrimitivePlan*> finders;
+    forEachPlan([&finders](scenariomatch::PrimitivePlan& plan) {
+        const std::string work = plan.work();
+        const auto [finder, isNew] = finders.try_emplace(work, &plan);
+        if (!isNew && !work.empty()) {
+            plan.follow(*finder->second);
+        } else {
+            plan.countShared();
+        }
+    });
     forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.prepareTests(); });
 }
 

@@ -9,13 +9,12 @@ namespace scenariomatch
 namespace
 {
 
-// Writes the part so that equal texts mean equal values: variables by order of appearance, words
-// and numbers apart.
 void writeKey(std::string& key, const CConstraint& part, const std::vector<std::int32_t>& slots)
 {
     if (part.m_operatorName == "->") {
         const auto slot = std::find(slots.begin(), slots.end(), part.m_slot);
-        key += '$' + std::to_string(slot - slots.begin()) + '>' + part.m_attribute + ' ';
+        const auto number = slots.empty() ? part.m_slot : slot - slots.begin();
+        key += '$' + std::to_string(number) + '>' + part.m_attribute + ' ';
     } else if (part.isLeaf() && part.m_isNumeric) {
         key += '#' + std::to_string(std::bit_cast<std::uint64_t>(part.m_numericValue)) + ' ';
     } else if (part.isLeaf()) {
@@ -29,13 +28,6 @@ void writeKey(std::string& key, const CConstraint& part, const std::vector<std::
     }
 }
 
-std::string keyOf(const CConstraint& part)
-{
-    std::string key;
-    writeKey(key, part, slotsOf(part));
-    return key;
-}
-
 bool canBeShared(const CConstraint& part)
 {
     const std::size_t agents = slotsOf(part).size();
@@ -44,9 +36,17 @@ bool canBeShared(const CConstraint& part)
 
 } // namespace
 
+std::string keyOf(const CConstraint& part, const std::vector<std::int32_t>& slots)
+{
+    std::string key;
+    writeKey(key, part, slots);
+    return key;
+}
+
 void SharedValues::count(const CConstraint& constraint)
 {
-    if (canBeShared(constraint) && ++m_parts[keyOf(constraint)].occurrences > 1) {
+    if (canBeShared(constraint) &&
+        ++m_parts[keyOf(constraint, slotsOf(constraint))].occurrences > 1) {
         return;
     }
     for (const auto& child : constraint.m_children) {
@@ -59,7 +59,7 @@ std::int32_t SharedValues::numberOf(const CConstraint& part)
     if (!canBeShared(part)) {
         return -1;
     }
-    const auto found = m_parts.find(keyOf(part));
+    const auto found = m_parts.find(keyOf(part, slotsOf(part)));
     if (found == m_parts.end() || found->second.occurrences < 2) {
         return -1;
     }
