@@ -1,10 +1,7 @@
 #include "plugin/ActorAgents.h"
 
 #include "engine/CSEngine.h"
-#include "host/rhmDataActor.h"
 
-#include <cstdint>
-#include <string>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -12,109 +9,67 @@
 namespace scenariomatch
 {
 
-namespace
+void ActorAgents::setNamedAttributes(const std::set<std::string>& names)
 {
-
-// The attributes' names, in the order of the enumeration.
-const std::array<std::string, 13> kNames{
-    "ID",
-    "Position2D",
-    "XMin",
-    "XMax",
-    "YMin",
-    "YMax",
-    "Position",
-    "Width",
-    "Height",
-    "Depth",
-    "Speed",
-    "Type",
-    "Posture"};
-
-// Sums of what a tracker gives never overflow; as a value they wrap.
-int wrapped(std::int64_t value)
-{
-    return static_cast<std::int32_t>(value);
+    for (std::size_t i = 0; i < kActorAttributes; ++i) {
+        m_named.set(i, names.contains(nameOf(static_cast<ActorAttribute>(i))));
+    }
 }
 
-} // namespace
-
-void ActorAgents::startFrame(int frame)
+void ActorAgents::enter(const ActorState& actor)
 {
-    m_frame = frame;
-    m_nextPlace = 0;
-    m_place = nullptr;
-}
-
-void ActorAgents::enter(const rhmDataActor& actor)
-{
-    goToAgent(actor.getIdent());
-    set<CSInt>(Id, actor.getIdent());
-    m_place->agent->setFrameID(m_frame);
-    enterBox(actor);
-    const auto& position = actor.getCurrentPosition();
-    set<CS3DDPoint>(Position, double{position.x}, double{position.y}, double{position.z});
-    const auto& size = actor.getInformation3D();
-    set<CSDouble>(Width, double{size.getWidth()});
-    set<CSDouble>(Height, double{size.getHeight()});
-    set<CSDouble>(Depth, double{size.getDepth()});
-    set<CSDouble>(Speed, 0.0);
-}
-
-void ActorAgents::enterBox(const rhmDataActor& actor)
-{
-    const auto& box = actor.getBoundingBox2D();
-    const std::int64_t right = std::int64_t{box.x} + box.width - 1;
-    const std::int64_t bottom = std::int64_t{box.y} + box.height - 1;
-    const std::int64_t middle = std::int64_t{box.x} + box.width / 2;
-    set<CS2DDPoint>(Position2D, static_cast<double>(middle), static_cast<double>(bottom));
-    set<CSInt>(XMin, box.x);
-    set<CSInt>(XMax, wrapped(right));
-    set<CSInt>(YMin, box.y);
-    set<CSInt>(YMax, wrapped(bottom));
-}
-
-void ActorAgents::setType(const char* type)
-{
-    set<CSString>(Type, std::string(type));
-    m_place->agent->m_type = type;
-}
-
-void ActorAgents::setPosture(int code)
-{
-    set<CSInt>(Posture, code);
+    Place& place = nextPlace(actor.id);
+    place.late->renew(*place.agent, actor);
+    place.agent->addFrame(actor.frame);
+    place.agent->m_type = actor.type;
+    visitActorAttributes(
+        actor,
+        [&]<typename Value>(std::type_identity<Value>, ActorAttribute attribute, auto... of) {
+            if (!place.late->isLate(attribute)) {
+                set<Value>(place, attribute, actor.frame, std::move(of)...);
+            }
+        });
 }
 
 // Engine identifiers are never given twice, so a known one means the agent that is known with it.
-void ActorAgents::goToAgent(int hostId)
+ActorAgents::Place& ActorAgents::nextPlace(int hostId)
 {
     if (m_nextPlace == m_places.size()) {
         m_places.emplace_back();
     }
-    m_place = &m_places[m_nextPlace++];
+    Place& place = m_places[m_nextPlace++];
     const int engineId = m_engine.getAgent(hostId, false);
-    if (m_place->engineId != engineId) {
-        *m_place = {engineId, m_engine.agents().at(engineId).get(), {}};
+    if (place.engineId != engineId) {
+        CSAgent& agent = *m_engine.agents().at(engineId);
+        place = {engineId, &agent, &lateAttributesOf(agent), {}};
     }
+    return place;
+}
+
+ActorAttributes& ActorAgents::lateAttributesOf(CSAgent& agent) const
+{
+    if (auto* late = dynamic_cast<ActorAttributes*>(agent.m_late.get())) {
+        return *late;
+    }
+    agent.makeUp();
+    auto late = std::make_unique<ActorAttributes>(~m_named);
+    ActorAttributes& held = *late;
+    agent.m_late.hold(std::move(late));
+    return held;
 }
 
 template <typename Value, typename... Arguments>
-void ActorAgents::set(Attribute attribute, Arguments... arguments)
+void ActorAgents::set(Place& place, ActorAttribute attribute, int frame, Arguments... arguments)
 {
     auto value = object<Value>(std::move(arguments)...);
-    std::shared_ptr<CSBasicType>* const current = m_place->values[attribute];
+    auto*& current = place.values[static_cast<std::size_t>(attribute)];
     if (current == nullptr) {
-        setFirst(attribute, std::move(value));
+        const std::string& name = nameOf(attribute);
+        place.agent->set(name, std::move(value), frame);
+        current = &place.agent->m_attributes.find(name)->second;
         return;
     }
-    keep<Value>(CSAgent::replace(*current, std::move(value), m_frame));
-}
-
-void ActorAgents::setFirst(Attribute attribute, std::shared_ptr<CSBasicType> value)
-{
-    CSAgent& agent = *m_place->agent;
-    agent.set(kNames[attribute], std::move(value), m_frame);
-    m_place->values[attribute] = &agent.m_attributes.find(kNames[attribute])->second;
+    keep<Value>(CSAgent::replace(*current, std::move(value), frame));
 }
 
 // A new object in all but its memory.

@@ -1,33 +1,33 @@
 #pragma once
 
-#include "types/CSAgent.h"
+#include "plugin/ActorAttributes.h"
 
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <set>
+#include <string>
 #include <tuple>
 #include <vector>
 
 class CSEngine;
-class rhmDataActor;
 
 namespace scenariomatch
 {
 
 // Enters the actors of a frame into an engine's table of agents.
 //
-// Most actors come again in the next frame, in the same place of the list: for every place the
+// Attributes that no model names are entered late, when somebody looks at them. For the others:
+// most actors come again in the next frame, in the same place of the list, so for every place the
 // agent is remembered, and where its attributes stand. Value objects that drop out of an agent's
 // histories, and that nobody else holds, serve for the values that come.
 //
 // The engine must outlive it. Same thread as the engine.
 //
 // Example:
-//     agents.startFrame(12);
-//     for (const auto& actor : actors) {
-//         agents.enter(*actor);
-//         agents.setType("Mobile");
-//     }
+//     agents.setNamedAttributes({"Position"});
+//     agents.startFrame();
+//     for (const ActorState& actor : actors) { agents.enter(actor); }
 class ActorAgents
 {
 public:
@@ -36,41 +36,24 @@ public:
     {
     }
 
-    void startFrame(int frame);
+    // The attributes that models name, for the agents that come from now on. At first there are
+    // none.
+    void setNamedAttributes(const std::set<std::string>& names);
 
-    // Enters the actor with all its attributes except type and posture.
-    void enter(const rhmDataActor& actor);
+    void startFrame() { m_nextPlace = 0; }
 
-    // Of the actor entered last.
-    void setType(const char* type);
-    void setPosture(int code);
+    void enter(const ActorState& actor);
 
 private:
-    enum Attribute : std::size_t {
-        Id,
-        Position2D,
-        XMin,
-        XMax,
-        YMin,
-        YMax,
-        Position,
-        Width,
-        Height,
-        Depth,
-        Speed,
-        Type,
-        Posture
-    };
-
-    static constexpr std::size_t kAttributes = 13;
-
     // What is known of the agent in one place of the list.
     struct Place
     {
         int engineId = -1;
         CSAgent* agent = nullptr;
+        // The agent's own.
+        ActorAttributes* late = nullptr;
         // The current values' pointers in the agent; null for an attribute that was not set yet.
-        std::array<std::shared_ptr<CSBasicType>*, kAttributes> values{};
+        std::array<std::shared_ptr<CSBasicType>*, kActorAttributes> values{};
     };
 
     // For each class of values one object to be used again, or none.
@@ -81,23 +64,20 @@ private:
         std::shared_ptr<CS2DDPoint>,
         std::shared_ptr<CS3DDPoint>>;
 
-    void goToAgent(int hostId);
-    void enterBox(const rhmDataActor& actor);
+    Place& nextPlace(int hostId);
+    ActorAttributes& lateAttributesOf(CSAgent& agent) const;
     template <typename Value, typename... Arguments>
-    void set(Attribute attribute, Arguments... arguments);
-    void setFirst(Attribute attribute, std::shared_ptr<CSBasicType> value);
+    void set(Place& place, ActorAttribute attribute, int frame, Arguments... arguments);
     template <typename Value, typename... Arguments>
     std::shared_ptr<Value> object(Arguments... arguments);
     template <typename Value>
     void keep(std::shared_ptr<CSBasicType> dropped);
 
     CSEngine& m_engine;
-    int m_frame = 0;
+    ActorAttributeSet m_named;
     std::vector<Place> m_places;
     // Of the next actor.
     std::size_t m_nextPlace = 0;
-    // Of the actor entered last.
-    Place* m_place = nullptr;
     Spares m_spares;
 };
 

@@ -19,6 +19,7 @@ class CSScenarioInstance;
 namespace scenariomatch
 {
 class ActorAgents;
+struct ActorState;
 class ParameterFile;
 } // namespace scenariomatch
 
@@ -217,7 +218,8 @@ private:
     void setTime();
     void enterScene();
     void enterActors();
-    void enterActorType(const rhmDataActor& actor);
+    scenariomatch::ActorState stateOf(const rhmDataActor& actor);
+    int postureOf(const Information3D& size);
     void printModelsOfFrame() const;
     void noteNewInstances();
     void writeTrace();

@@ -79,34 +79,43 @@ void ScenarioMatchProcess::enterActors()
         return;
     }
     m_trace << "\n Starting Actor handling" << actors().size() << '\n';
-    m_actorAgents->startFrame(getSynchronizer()->getFrameNumber());
+    m_actorAgents->startFrame();
     for (const auto& actor : actors()) {
         if (actor) {
-            m_actorAgents->enter(*actor);
-            enterActorType(*actor);
+            m_actorAgents->enter(stateOf(*actor));
         }
     }
 }
 
-void ScenarioMatchProcess::enterActorType(const rhmDataActor& actor)
+scenariomatch::ActorState ScenarioMatchProcess::stateOf(const rhmDataActor& actor)
 {
     if (m_isTracing) {
         m_trace << "\nReached Actor/Tracked Physical Object Handling by Type";
     }
+    scenariomatch::ActorState state;
+    state.frame = getSynchronizer()->getFrameNumber();
+    state.id = actor.getIdent();
+    state.box = actor.getBoundingBox2D();
+    state.position = actor.getCurrentPosition();
+    state.size = actor.getInformation3D();
     const std::string& type = actor.getType();
     const bool isPerson = type == "PERSON" || type == "PERSON_DEFAULT" || type == "PERSON_HYBRID";
-    m_actorAgents->setType(isPerson ? "Person" : type == "GROUP" ? "Group" : "Mobile");
-    if (!isPerson) {
-        return;
+    state.type = isPerson ? "Person" : type == "GROUP" ? "Group" : "Mobile";
+    if (isPerson) {
+        state.posture = postureOf(state.size);
     }
-    const auto& size = actor.getInformation3D();
+    return state;
+}
+
+int ScenarioMatchProcess::postureOf(const Information3D& size)
+{
     const auto height = static_cast<double>(size.getHeight());
     const auto width = static_cast<double>(size.getWidth());
     const auto depth = static_cast<double>(size.getDepth());
     if (m_isTracing) {
         m_trace << "Person 3D-D(W,H,D): " << width << ';' << height << ';' << depth << '\n';
     }
-    m_actorAgents->setPosture(performPostureRecognition(height, width, depth));
+    return performPostureRecognition(height, width, depth);
 }
 
 int ScenarioMatchProcess::performPostureRecognition(double height, double width, double depth) const

@@ -183,6 +183,11 @@ void CSAgent::setType(const std::shared_ptr<CSString>& type, int pos)
 void CSAgent::setFrameID(int frame)
 {
     makeUp();
+    addFrame(frame);
+}
+
+void CSAgent::addFrame(int frame)
+{
     m_frameID = frame;
     file(m_frames, frame, 1, m_historySize);
 }

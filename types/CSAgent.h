@@ -51,10 +51,11 @@ public:
     void setType(const std::shared_ptr<CSString>& type, int pos);
     // Records that the agent is seen at the frame.
     void setFrameID(int frame);
+    // The same for who keeps late attributes of the agent and no late frames: nothing is made up.
+    void addFrame(int frame);
 
     // Enters the attributes, histories and frames that have not been made yet. get, set and
-    // setFrameID do so themselves; who reads m_attributes or m_frames of a component pseudo-agent
-    // calls it first.
+    // setFrameID do so themselves; who reads m_attributes or m_frames calls it first.
     void makeUp()
     {
         if (m_late.get() != nullptr) {

@@ -171,6 +171,7 @@ std::shared_ptr<CSAgent> ProcessFixture::agent(int hostId, bool isConstant) cons
 {
     for (const auto& [id, agent] : m_process->engine()->agents()) {
         if (agent->m_ID == hostId && agent->m_constant == isConstant) {
+            agent->makeUp();
             return agent;
         }
     }
