@@ -30,6 +30,9 @@ const std::string& nameOf(ActorAttribute attribute)
 // only be forgotten one for one while all of them set the same attributes, in growing frames.
 void ActorAttributes::renew(CSAgent& agent, const ActorState& state)
 {
+    if (m_late.none()) {
+        return;
+    }
     const bool hasPosture = state.posture != 0;
     const bool isLater = m_states.empty() || state.frame > m_states.back().frame;
     const bool isAlike = m_hasFirst && hasPosture == m_hasPosture;
