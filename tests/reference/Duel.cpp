@@ -154,6 +154,7 @@ Duel::Duel(const ModelSet& models)
     m_engine->setAllObjectTypes(kObjectTypes);
     m_reference = std::make_unique<ReferenceMatcher>(*m_models->m_allScenarios);
     m_reference->m_objectTypes = kObjectTypes;
+    CSAgent::m_constantObjects["Zone"] = true;
     m_lookedUpByPureOperators = lookUpsOfPureOperators(*m_models->m_allScenarios);
     CSEngine::h_currentTime.clear();
 }
@@ -163,6 +164,7 @@ Duel::~Duel()
     CSEngine::h_currentTime.clear();
     CConstraint::m_allOperators.clear();
     TestOperator::s_record = nullptr;
+    CSAgent::m_constantObjects.clear();
     m_engine->setHistorySize(1);
     m_engine->setConstTimeSearch(600.0);
 }

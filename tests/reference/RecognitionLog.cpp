@@ -63,16 +63,18 @@ void RecognitionLog::completionRejected(
     const CSScenario& model, std::size_t component, int recognised, CompletionRejection reason)
 {
     std::string& rejections = m_rejections[model.m_name];
-    rejections += "rejected " + std::to_string(recognised);
-    rejections += " as component " + std::to_string(component);
-    rejections += " for reason " + std::to_string(static_cast<int>(reason)) + "\n";
+    for (const int number : {recognised, static_cast<int>(component), static_cast<int>(reason)}) {
+        rejections += std::to_string(number) + ' ';
+    }
+    rejections += '\n';
 }
 
 std::string RecognitionLog::text() const
 {
     std::string text = m_steps;
     for (const auto& [model, rejections] : m_rejections) {
-        text += model + "\n" + rejections;
+        text += model;
+        text += '\n' + rejections;
     }
     for (const int id : m_expired) {
         text += "expired " + std::to_string(id) + "\n";

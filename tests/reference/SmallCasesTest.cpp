@@ -3,7 +3,7 @@
 // Families of models, which are matched all together:
 //
 //     lists      primitive states of two variables, every list of up to three out of 16 constraints
-//     singles    primitive states of one variable, every list of up to three out of 10 constraints
+//     singles    primitive states of one variable, every list of up to three out of 11 constraints
 //     pairs      composites of one and two components, 192
 //     triples    composites of three components, 432
 //     chains     composites of composites

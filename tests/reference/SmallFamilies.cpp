@@ -45,6 +45,7 @@ const std::vector<std::string>& singleConstraints()
         "moved_p(p->P)",
         "p->P left_i 2",
         "!(p->P near_p 1)",
+        "!(p->P near_p 2)",
         "sometimes_i(p->P)",
         "failing_e(p->P)",
         "apart_m(p->X, p->Y) <=_m 1",
@@ -83,7 +84,8 @@ void addPrimitives(
     for (const std::string& list : lists) {
         const std::string name = "M" + number(family.models.size());
         const std::string& threshold = kThresholds[family.models.size() % kThresholds.size()];
-        std::string declaration = "PrimitiveState(" + name + threshold;
+        std::string declaration = "PrimitiveState(";
+        declaration += name + threshold;
         declaration += ",\nPhysicalObjects(";
         declaration += objects + ")\n";
         declaration += "Constraints(" + list + "))\n";

@@ -43,7 +43,7 @@ std::vector<Attributes> oddPlaces();
 // Primitive states of two variables p and q, declared by `objects`: one for every list of up to
 // `longest` constraints, out of sixteen of all flavours.
 SmallFamily constraintLists(const std::string& objects, int longest);
-// The same for one variable, out of ten constraints.
+// The same for one variable, out of eleven constraints.
 SmallFamily singleLists(int longest);
 // Composites of one and two components: every sub-model, argument and temporal relation.
 SmallFamily pairs();
