@@ -26,6 +26,7 @@ void CSEngine::installFailureHandler()
 
 CSEngine::~CSEngine()
 {
+    m_recognition->awake.replace(m_agents);
     scenariomatch::setOperatorFailureHandler({});
     std::erase_if(CConstraint::m_allOperators, [this](const auto& entry) {
         return std::any_of(

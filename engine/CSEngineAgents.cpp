@@ -1,6 +1,7 @@
-#include "engine/CSEngine.h"
+#include "engine/Recognition.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iostream>
 #include <utility>
 
@@ -26,6 +27,7 @@ int CSEngine::getAgent(int hostId, bool isConstant)
     const int agentId = m_nextAgentId++;
     auto agent = std::make_shared<CSAgent>(hostId, isConstant);
     agent->m_engineID = agentId;
+    m_recognition->awake.add(agent);
     m_agents[agentId] = std::move(agent);
     ids[hostId] = agentId;
     return agentId;
@@ -115,6 +117,7 @@ void CSEngine::chooseConstantObjects()
             std::cerr << "Warning: the constant object: " << nameOf(*agent) << " does not used!\n";
         }
     }
+    m_recognition->awake.replace(m_agents);
 }
 
 void CSEngine::setCurrentTime(std::shared_ptr<CSTimeStamp> time)
@@ -137,22 +140,24 @@ void CSEngine::cleanHistory()
 
 void CSEngine::removeAgents()
 {
-    for (auto place = m_agents.begin(); place != m_agents.end();) {
-        const CSAgent& agent = *place->second;
-        const bool isSeen =
-            m_currentTime && agent.m_frames.find(m_currentTime->m_frameID) != agent.m_frames.end();
+    auto& awake = m_recognition->awake;
+    awake.wakeSeen(m_agents);
+    const int frame = m_currentTime ? m_currentTime->m_frameID : INT32_MIN;
+    awake.review(frame, [&](const CSAgent& agent) {
+        const bool isSeen = m_currentTime && agent.m_frames.find(frame) != agent.m_frames.end();
         if (agent.m_constant || isSeen || !agent.m_instances.empty()) {
-            ++place;
-            continue;
+            return true;
         }
         m_mobileIds.erase(agent.m_ID);
-        place = m_agents.erase(place);
-    }
+        m_agents.erase(agent.m_engineID);
+        return false;
+    });
 }
 
 void CSEngine::removeConstAgents()
 {
     std::erase_if(m_agents, [](const auto& entry) { return entry.second->m_constant; });
+    m_recognition->awake.replace(m_agents);
 }
 
 void CSEngine::printAgents() const

@@ -127,6 +127,7 @@ void CSEngine::cleanRecognisedScenario()
             for (const auto& [variable, agent] : instance.m_bindings) {
                 if (agent) {
                     agent->m_instances.erase(instance.m_id);
+                    agent->wakeUp();
                 }
             }
             m_components.erase(instance.m_id);

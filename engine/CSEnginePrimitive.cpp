@@ -40,7 +40,8 @@ void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
     if (!m_currentTime) {
         return;
     }
-    recognition.context->view.begin(m_agents, *m_currentTime, m_objectTypes);
+    recognition.awake.startFrame(m_currentTime->m_frameID, m_agents);
+    recognition.context->view.begin(recognition.awake.table(), *m_currentTime, m_objectTypes);
     recognition.context->shared.beginFrame();
     Seeds seeds{newInstances};
     for (auto& [name, primitives] : recognition.primitives) {

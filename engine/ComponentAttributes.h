@@ -29,6 +29,8 @@ public:
 
     void makeUp(CSAgent& agent) override;
 
+    bool isRead() const override { return true; }
+
     CSPlainValue interval() const override;
     CSPlainValue name() const override;
 

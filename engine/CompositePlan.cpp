@@ -46,7 +46,8 @@ struct CompositePlan::Reader
             return {};
         }
         const std::string& name = plan.m_attributes[static_cast<std::size_t>(node.attribute)];
-        if (const LateAttributes* late = agent->m_late.get()) {
+        const LateAttributes* late = agent->m_late.get();
+        if (late != nullptr && late->isRead()) {
             const CSPlainValue interval =
                 node.attribute == plan.m_interval ? late->interval() : CSPlainValue();
             if (!interval.isNone()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/AwakeAgents.h"
 #include "engine/ComponentLookups.h"
 #include "engine/CompositePlan.h"
 #include "engine/CSEngine.h"
@@ -63,6 +64,7 @@ struct CSEngine::Recognition
     std::unordered_map<const CSScenario*, scenariomatch::CompositePlan> composites;
     std::unordered_map<const CSScenario*, Outcome> outcomes;
     scenariomatch::ComponentLookups lookups;
+    scenariomatch::AwakeAgents awake;
     scenariomatch::RecognisedScenarios recognised;
     // The agents of the variables that an instance binds, null for one that it does not; valid
     // until the next call.

@@ -188,6 +188,7 @@ void CSAgent::setFrameID(int frame)
 
 void CSAgent::addFrame(int frame)
 {
+    wakeUp();
     m_frameID = frame;
     file(m_frames, frame, 1, m_historySize);
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // One physical object known to recognition: a tracked (mobile) object or a constant object of the
@@ -63,6 +64,14 @@ public:
         }
     }
 
+    // Tells the engine that the agent is to be looked at again.
+    void wakeUp()
+    {
+        if (m_sleepers != nullptr) {
+            std::exchange(m_sleepers, nullptr)->push_back(m_engineID);
+        }
+    }
+
     // Adds the types of a description file to the catalogue.
     static void readAllObjects(const std::string& fileName);
     // Prints the catalogue on standard output.
@@ -86,6 +95,9 @@ public:
     bool m_interested = false;
     std::map<int, int> m_instances;
     scenariomatch::LateAttributesHolder m_late;
+    // Where the engine wants to read that an agent that sleeps has been woken; null for one that
+    // does not sleep.
+    std::vector<std::int32_t>* m_sleepers = nullptr;
 
     // Earlier values kept per attribute, and frames kept in m_frames.
     static std::int32_t m_historySize;

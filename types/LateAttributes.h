@@ -25,6 +25,10 @@ public:
     // Enters what has not been made yet into the agent's attributes, histories and frames.
     virtual void makeUp(CSAgent& agent) = 0;
 
+    // Whether models may read attributes that have not been made; else what they read is entered at
+    // once.
+    virtual bool isRead() const = 0;
+
     // The values of "Interval" and "Name" as they will be made; no values where they have been.
     virtual CSPlainValue interval() const = 0;
     virtual CSPlainValue name() const = 0;
