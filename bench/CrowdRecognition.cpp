@@ -48,9 +48,19 @@ CrowdRecognition::CrowdRecognition(
     }
     m_engine = m_process->engine();
     m_agents = std::make_unique<ActorAgents>(*m_engine);
+    m_agents->setNamedAttributes(namedAttributes(*m_engine->m_allScenarios));
 }
 
 CrowdRecognition::~CrowdRecognition() = default;
+
+void CrowdRecognition::nameAllAttributes()
+{
+    std::set<std::string> names;
+    for (std::size_t i = 0; i < kActorAttributes; ++i) {
+        names.insert(nameOf(static_cast<ActorAttribute>(i)));
+    }
+    m_agents->setNamedAttributes(names);
+}
 
 void CrowdRecognition::enter(const TrackFrame& frame)
 {
@@ -104,24 +114,29 @@ void CrowdRecognition::setActors(const TrackFrame& frame)
 
 void CrowdRecognition::enterActors(int frame)
 {
-    m_agents->startFrame(frame);
+    m_agents->startFrame();
     for (const rhmDataActor& actor : m_actors) {
-        enterActor(actor);
+        m_agents->enter(stateOf(actor, frame));
     }
 }
 
-void CrowdRecognition::enterActor(const rhmDataActor& actor)
+ActorState CrowdRecognition::stateOf(const rhmDataActor& actor, int frame)
 {
-    m_agents->enter(actor);
     const bool isPerson = actor.getType() == "PERSON";
-    m_agents->setType(isPerson ? "Person" : "Mobile");
+    ActorState state;
+    state.frame = frame;
+    state.id = actor.getIdent();
+    state.box = actor.getBoundingBox2D();
+    state.position = actor.getCurrentPosition();
+    state.size = actor.getInformation3D();
+    state.type = isPerson ? "Person" : "Mobile";
     if (isPerson) {
-        const auto& size = actor.getInformation3D();
-        m_agents->setPosture(m_process->performPostureRecognition(
-            static_cast<double>(size.getHeight()),
-            static_cast<double>(size.getWidth()),
-            static_cast<double>(size.getDepth())));
+        state.posture = m_process->performPostureRecognition(
+            static_cast<double>(state.size.getHeight()),
+            static_cast<double>(state.size.getWidth()),
+            static_cast<double>(state.size.getDepth()));
     }
+    return state;
 }
 
 std::string crowdFile(const std::string& name)

@@ -19,6 +19,7 @@ namespace scenariomatch
 {
 
 class ActorAgents;
+struct ActorState;
 
 // The engine, prepared by the recognition process from files as a user writes
 // them, and fed with actors by the same code; so that its inference can be
@@ -45,6 +46,9 @@ public:
 
     CSEngine& engine() { return *m_engine; }
 
+    // As if the models spoke of every attribute of an actor; before the first frame.
+    void nameAllAttributes();
+
     // Time, scene and actors of a frame.
     void enter(const TrackFrame& frame);
     void enterTime(const TrackFrame& frame);
@@ -57,7 +61,7 @@ public:
     static constexpr std::size_t kAttributesPerPerson = 13;
 
 private:
-    void enterActor(const rhmDataActor& actor);
+    ActorState stateOf(const rhmDataActor& actor, int frame);
 
     TemporaryFile m_context;
     int m_zones;

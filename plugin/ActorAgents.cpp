@@ -9,6 +9,32 @@
 namespace scenariomatch
 {
 
+namespace
+{
+
+void addNamedAttributes(const CConstraint& constraint, std::set<std::string>& names)
+{
+    names.insert(constraint.m_attribute);
+    for (const auto& child : constraint.m_children) {
+        addNamedAttributes(*child, names);
+    }
+}
+
+} // namespace
+
+std::set<std::string> namedAttributes(const CSAllScenarios& scenarios)
+{
+    std::set<std::string> names;
+    for (const auto& [kind, models] : scenarios.m_scenariosByKind) {
+        for (const auto& model : models) {
+            for (const auto& constraint : model->m_constraints) {
+                addNamedAttributes(*constraint, names);
+            }
+        }
+    }
+    return names;
+}
+
 void ActorAgents::setNamedAttributes(const std::set<std::string>& names)
 {
     for (std::size_t i = 0; i < kActorAttributes; ++i) {

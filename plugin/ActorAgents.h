@@ -10,10 +10,14 @@
 #include <tuple>
 #include <vector>
 
+class CSAllScenarios;
 class CSEngine;
 
 namespace scenariomatch
 {
+
+// The attributes of agents that the models' constraints speak of.
+std::set<std::string> namedAttributes(const CSAllScenarios& scenarios);
 
 // Enters the actors of a frame into an engine's table of agents.
 //

@@ -88,9 +88,4 @@ void ActorAttributes::makeUp(CSAgent& agent)
     }
 }
 
-std::optional<CSPlainValue> ActorAttributes::peek(const std::string& /*name*/) const
-{
-    return std::nullopt;
-}
-
 } // namespace scenariomatch

@@ -117,8 +117,11 @@ public:
 
     void makeUp(CSAgent& agent) override;
 
-    // Always nothing: who looks for a value has it made.
-    std::optional<CSPlainValue> peek(const std::string& name) const override;
+    bool isRead() const override { return false; }
+
+    CSPlainValue interval() const override { return {}; }
+
+    CSPlainValue name() const override { return {}; }
 
 private:
     void forgetOldest(CSAgent& agent);

@@ -103,28 +103,6 @@ void enterWall(ConstantAgent& agent, const ContextElement& element)
     agent.set("Height", std::make_shared<CSDouble>(element.height));
 }
 
-void addNamedAttributes(const CConstraint& constraint, std::set<std::string>& names)
-{
-    names.insert(constraint.m_attribute);
-    for (const auto& child : constraint.m_children) {
-        addNamedAttributes(*child, names);
-    }
-}
-
-// The attributes of agents that the models' constraints speak of.
-std::set<std::string> namedAttributes(const CSAllScenarios& scenarios)
-{
-    std::set<std::string> names;
-    for (const auto& [kind, models] : scenarios.m_scenariosByKind) {
-        for (const auto& model : models) {
-            for (const auto& constraint : model->m_constraints) {
-                addNamedAttributes(*constraint, names);
-            }
-        }
-    }
-    return names;
-}
-
 } // namespace
 
 bool ScenarioMatchProcess::init()
@@ -206,7 +184,7 @@ void ScenarioMatchProcess::initModels()
     m_engine->read(m_currentFile);
     std::cout << "Models:" << m_currentFile;
     m_engine->rewriteAgentOperator();
-    m_actorAgents->setNamedAttributes(namedAttributes(*m_engine->m_allScenarios));
+    m_actorAgents->setNamedAttributes(scenariomatch::namedAttributes(*m_engine->m_allScenarios));
     if (m_debug) {
         m_engine->m_allScenarios->print();
         std::cout << "Initialisation: Read the context\n";
