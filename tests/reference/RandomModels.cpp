@@ -15,6 +15,20 @@ std::string variableName(int index)
     return {static_cast<char>('p' + index)};
 }
 
+// The text with the variables p and q exchanged, which stand before an arrow, a blank or a
+// parenthesis.
+std::string exchanged(std::string text)
+{
+    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+        const bool isWord = text[i - 1] == '(' || text[i - 1] == ' ';
+        const bool isEnd = text[i + 1] == '-' || text[i + 1] == ' ' || text[i + 1] == ')';
+        if (isWord && isEnd && (text[i] == 'p' || text[i] == 'q')) {
+            text[i] = text[i] == 'p' ? 'q' : 'p';
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 RandomModels::RandomModels(Random& random)
@@ -94,6 +108,10 @@ void RandomModels::addPrimitive()
         "Zone",
         "Bag",
         "Twice"};
+    if (!m_primitives.empty() && m_random.oneIn(4)) {
+        addAlike(m_random.of(m_primitives));
+        return;
+    }
     const int variables = m_random.oneIn(8) ? 3 : 1 + m_random.pick(2);
     const Model model{newName(), "PrimitiveState", variables};
     m_variables = std::max(m_variables, variables);
@@ -102,7 +120,25 @@ void RandomModels::addPrimitive()
     for (int count = m_random.of<int>({0, 0, 1, 1, 1, 2, 3}); count > 0; --count) {
         constraints += "(" + constraint(variables) + ")";
     }
+    m_primitives.push_back({variables, objects, constraints});
     addModel(model, objects + "Constraints(" + constraints + ")\n");
+}
+
+// The same under another name, with the variables exchanged or one constraint more, or neither.
+void RandomModels::addAlike(const Primitive& primitive)
+{
+    std::string objects = primitive.objects;
+    std::string constraints = primitive.constraints;
+    if (m_random.oneIn(3)) {
+        objects = exchanged(objects);
+        constraints = exchanged(constraints);
+    }
+    if (m_random.oneIn(3)) {
+        constraints += "(" + constraint(primitive.variables) + ")";
+    }
+    addModel(
+        {newName(), "PrimitiveState", primitive.variables},
+        objects + "Constraints(" + constraints + ")\n");
 }
 
 std::string RandomModels::op(const std::string& name, const std::string& flavours)

@@ -10,9 +10,9 @@ namespace scenariomatch
 {
 
 // Makes up model sets: primitive states of one to three variables whose constraints mix operators
-// of all flavours, composites of one to three components that may share sub-models and arguments,
-// now and then something odd (two models of one name, an argument too few, a variable declared
-// twice, a model that is not used).
+// of all flavours, some of them alike, composites of one to three components that may share
+// sub-models and arguments, now and then something odd (two models of one name, an argument too
+// few, a variable declared twice, a model that is not used).
 class RandomModels
 {
 public:
@@ -33,7 +33,15 @@ private:
         int variables;
     };
 
+    struct Primitive
+    {
+        int variables;
+        std::string objects;
+        std::string constraints;
+    };
+
     std::string newName();
+    void addAlike(const Primitive& primitive);
     void addPrimitive();
     void addComposite();
     void addModel(const Model& model, const std::string& sections);
@@ -67,6 +75,7 @@ private:
     Random& m_random;
     std::string m_flavours;
     std::vector<Model> m_models;
+    std::vector<Primitive> m_primitives;
     std::vector<std::string> m_names;
     // What constraints were made of one and two variables, to be used again.
     std::vector<std::vector<std::string>> m_made;

@@ -146,6 +146,9 @@ void RandomScene::passTime(SceneFrame& frame)
     static const std::vector<double> kSteps{
         0.0, 250.0, 1000.0, 1000.0, 1000.0, 1250.0, 2000.0, 3000.0};
     frame.number += m_random.oneIn(30) ? 0 : 1;
+    if (m_mayGoBack && m_random.oneIn(6)) {
+        frame.number -= 1 + m_random.pick(3);
+    }
     const bool goesBack = m_mayGoBack && m_random.oneIn(4);
     frame.milliseconds += goesBack ? -1500.0 : m_random.of(kSteps);
     const double whole = std::floor(frame.milliseconds / kSecond);
