@@ -205,7 +205,58 @@ void PrimitivePlan::addStep(std::size_t position, std::vector<bool>& isBound)
             step.tests.push_back({i, {}});
         }
     }
+    chooseFilter(step);
     m_steps.push_back(std::move(step));
+}
+
+// Takes the tests that many candidates, and other models, ask in the same words.
+void PrimitivePlan::chooseFilter(Step& step)
+{
+    Filter filter;
+    filter.object = objectFor(step);
+    std::vector<std::int32_t> slots{static_cast<std::int32_t>(step.slot)};
+    if (filter.object) {
+        slots.push_back(static_cast<std::int32_t>(*filter.object));
+    }
+    std::string question = m_types[step.group] + (filter.object ? " with an object" : "") + '\n';
+    std::vector<Test> others;
+    for (Test& test : step.tests) {
+        const CConstraint& constraint = *m_model->m_constraints[test.constraint];
+        const auto read = slotsOf(constraint);
+        const bool isPart = std::all_of(read.begin(), read.end(), [&](std::int32_t slot) {
+            return std::find(slots.begin(), slots.end(), slot) != slots.end();
+        });
+        if (isPart) {
+            question += keyOf(constraint, slots) + '\n';
+            filter.tests.push_back(std::move(test));
+        } else {
+            others.push_back(std::move(test));
+        }
+    }
+    step.tests = std::move(others);
+    if (!filter.tests.empty()) {
+        filter.question = m_context.choices.numberOf(question);
+        step.filter = std::move(filter);
+    }
+}
+
+// The constant object, bound before, that a test asks for beside the step's own agent.
+std::optional<std::size_t> PrimitivePlan::objectFor(const Step& step) const
+{
+    for (const Test& test : step.tests) {
+        const auto slots = slotsOf(*m_model->m_constraints[test.constraint]);
+        if (slots.size() != 2) {
+            continue;
+        }
+        const auto own = static_cast<std::int32_t>(step.slot);
+        const auto other = static_cast<std::size_t>(slots[0] == own ? slots[1] : slots[0]);
+        const auto earlier = std::find_if(
+            m_steps.begin(), m_steps.end(), [&](const Step& one) { return one.slot == other; });
+        if (earlier != m_steps.end() && isConstantType(m_types[earlier->group])) {
+            return other;
+        }
+    }
+    return std::nullopt;
 }
 
 // The tightest bound on the distance to an agent that is bound already.
@@ -278,17 +329,18 @@ std::optional<PrimitivePlan::Bound> PrimitivePlan::boundOf(
     return Bound{places[0].get(), places[1].get(), limit.m_numericValue};
 }
 
-// What is tested again for every agent that was bound before counts as many.
 void PrimitivePlan::countShared()
 {
-    for (std::size_t i = 0; i < m_steps.size(); ++i) {
-        for (const Test& test : m_steps[i].tests) {
-            const CConstraint& constraint = *m_model->m_constraints[test.constraint];
-            m_context.shared.count(constraint);
-            if (i > 0 && slotsOf(constraint).size() == 1) {
-                m_context.shared.count(constraint);
-            }
+    const auto count = [this](const std::vector<Test>& tests) {
+        for (const Test& test : tests) {
+            m_context.shared.count(*m_model->m_constraints[test.constraint]);
         }
+    };
+    for (const Step& step : m_steps) {
+        if (step.filter && step.filter->question.isNew) {
+            count(step.filter->tests);
+        }
+        count(step.tests);
     }
 }
 
@@ -313,6 +365,9 @@ void PrimitivePlan::prepareTests()
     };
     prepare(m_always);
     for (Step& step : m_steps) {
+        if (step.filter) {
+            prepare(step.filter->tests);
+        }
         prepare(step.tests);
     }
 }
@@ -370,6 +425,70 @@ bool PrimitivePlan::hold(const std::vector<Test>& tests)
         m_confidences[test.constraint] = truth.confidence;
     }
     return true;
+}
+
+const Choices::Answer* PrimitivePlan::chosenFor(const Step& step)
+{
+    const FrameView& view = m_context.view;
+    std::int32_t object = -1;
+    if (step.filter->object) {
+        object = view.constantNumber(m_agents[*step.filter->object]);
+        if (object < 0) {
+            return nullptr;
+        }
+    }
+    Choices::Answer& known = m_context.choices.about(step.filter->question.number, object, view);
+    if (known.frame != view.frame()) {
+        known.frame = view.frame();
+        answer(step, known);
+    }
+    return &known;
+}
+
+void PrimitivePlan::answer(const Step& step, Choices::Answer& answer)
+{
+    const auto choices = m_choices[step.group];
+    answer.ranks.clear();
+    answer.confidences.clear();
+    answer.indexes.assign(choices.size(), 0);
+    for (std::uint32_t rank = 0; rank < choices.size(); ++rank) {
+        m_agents[step.slot] = choices[rank];
+        if (!hold(step.filter->tests)) {
+            continue;
+        }
+        answer.ranks.push_back(rank);
+        answer.indexes[rank] = static_cast<std::uint32_t>(answer.ranks.size());
+        for (const Test& test : step.filter->tests) {
+            answer.confidences.push_back(m_confidences[test.constraint]);
+        }
+    }
+}
+
+// Binds the step's variable to the agent with this rank, unless another variable has it or a test
+// of the step fails.
+bool PrimitivePlan::passes(const Step& step, const Choices::Answer* chosen, std::uint32_t rank)
+{
+    for (const std::size_t rival : step.rivals) {
+        if (m_ranks[rival] == rank) {
+            return false;
+        }
+    }
+    m_ranks[step.position] = rank;
+    m_agents[step.slot] = m_choices[step.group][rank];
+    if (chosen != nullptr) {
+        const std::size_t index = chosen->indexes[rank];
+        if (index == 0) {
+            return false;
+        }
+        const std::vector<Test>& tests = step.filter->tests;
+        const double* confidence = &chosen->confidences[(index - 1) * tests.size()];
+        for (const Test& test : tests) {
+            m_confidences[test.constraint] = *confidence++;
+        }
+    } else if (step.filter && !hold(step.filter->tests)) {
+        return false;
+    }
+    return hold(step.tests);
 }
 
 // All candidates of the frame, once however many plans ask.
@@ -467,6 +586,9 @@ void PrimitivePlan::printStep(std::ostream& out, const Step& step) const
             << m_variables[m_positions[step.nearby->partner].slot];
     }
     out << '\n';
+    if (step.filter) {
+        printTests(out, step.filter->tests);
+    }
     printTests(out, step.tests);
 }
 

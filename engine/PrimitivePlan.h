@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/Choices.h"
 #include "engine/Expression.h"
 #include "engine/FrameView.h"
 #include "engine/Neighbourhoods.h"
@@ -24,6 +25,7 @@ struct PlanContext
     FrameView view;
     OperatorPromises promises;
     SharedValues shared;
+    Choices choices;
     Neighbourhoods neighbourhoods;
 };
 
@@ -108,6 +110,14 @@ private:
         std::optional<Expression> expression;
     };
 
+    // Tests of one variable, alone or with a constant object that is bound before.
+    struct Filter
+    {
+        Choices::Number question;
+        std::optional<std::size_t> object;
+        std::vector<Test> tests;
+    };
+
     struct Step
     {
         std::size_t position = 0;
@@ -116,6 +126,8 @@ private:
         // Earlier steps whose variables choose from the same agents.
         std::vector<std::size_t> rivals;
         std::optional<Nearby> nearby;
+        std::optional<Filter> filter;
+        // Those that are no part of the filter.
         std::vector<Test> tests;
     };
 
@@ -126,6 +138,8 @@ private:
     void chooseTested();
     bool bindsOneVariableTwice() const;
     void orderSteps();
+    void chooseFilter(Step& step);
+    std::optional<std::size_t> objectFor(const Step& step) const;
     std::size_t nextPosition(const std::vector<bool>& isBound) const;
     int usefulness(std::size_t position, const std::vector<bool>& isBound) const;
     void addStep(std::size_t position, std::vector<bool>& isBound);
@@ -145,6 +159,10 @@ private:
     template <class Visit>
     void bind(std::size_t step, Visit& visit);
     bool hold(const std::vector<Test>& tests);
+    // Who passes the step's filter; null where that has to be tested one by one.
+    const Choices::Answer* chosenFor(const Step& step);
+    void answer(const Step& step, Choices::Answer& answer);
+    bool passes(const Step& step, const Choices::Answer* chosen, std::uint32_t rank);
     void findAll();
     void sortFound();
     void adopt(const PrimitivePlan& finder, std::size_t found);
@@ -213,16 +231,9 @@ void PrimitivePlan::bind(std::size_t step, Visit& visit)
         return;
     }
     const Step& here = m_steps[step];
-    const auto choices = m_choices[here.group];
+    const Choices::Answer* chosen = here.filter ? chosenFor(here) : nullptr;
     const auto choose = [&](std::uint32_t rank) {
-        for (const std::size_t rival : here.rivals) {
-            if (m_ranks[rival] == rank) {
-                return;
-            }
-        }
-        m_ranks[here.position] = rank;
-        m_agents[here.slot] = choices[rank];
-        if (hold(here.tests)) {
+        if (passes(here, chosen, rank)) {
             bind(step + 1, visit);
         }
     };
@@ -238,7 +249,13 @@ void PrimitivePlan::bind(std::size_t step, Visit& visit)
             return;
         }
     }
-    for (std::uint32_t rank = 0; rank < choices.size(); ++rank) {
+    if (chosen != nullptr) {
+        for (const std::uint32_t rank : chosen->ranks) {
+            choose(rank);
+        }
+        return;
+    }
+    for (std::uint32_t rank = 0; rank < m_choices[here.group].size(); ++rank) {
         choose(rank);
     }
 }
