@@ -27,7 +27,7 @@ void ComponentAttributes::renew(
     if (count >= 2 && m_renewals[count - 2].frame == m_renewals[count - 1].frame) {
         m_renewals[count - 2] = std::move(m_renewals[count - 1]);
         m_renewals.pop_back();
-        m_hasForgotten = true;
+        m_hasForgottenFirst = m_hasForgottenFirst || count == 2;
     }
     m_renewals.push_back({start, end, frame});
     forgetOldest();
@@ -43,7 +43,7 @@ void ComponentAttributes::forgetOldest()
     }
     const auto dropped = static_cast<std::ptrdiff_t>(m_renewals.size() - kept);
     m_renewals.erase(m_renewals.begin(), m_renewals.begin() + dropped);
-    m_hasForgotten = true;
+    m_hasForgottenFirst = true;
 }
 
 CSPlainValue ComponentAttributes::interval() const
@@ -66,7 +66,7 @@ void ComponentAttributes::makeUp(CSAgent& agent)
 {
     // Entering looks for late attributes in turn.
     const std::vector<Renewal> renewals = std::exchange(m_renewals, {});
-    const bool isFlagged = !std::exchange(m_hasForgotten, false);
+    const bool isFlagged = !std::exchange(m_hasForgottenFirst, false);
     for (const Renewal& renewal : renewals) {
         const auto interval = std::make_shared<CSInterval>(renewal.start, renewal.end);
         const auto name = std::make_shared<CSString>(m_name.m_value);

@@ -46,8 +46,8 @@ private:
 
     CSString m_name;
     std::vector<Renewal> m_renewals;
-    // Whether renewals were forgotten since the attributes were made up last.
-    bool m_hasForgotten = false;
+    // Whether the first renewal since the attributes were made up last has been forgotten.
+    bool m_hasForgottenFirst = false;
 };
 
 } // namespace scenariomatch

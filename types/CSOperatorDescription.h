@@ -45,7 +45,8 @@ struct CSOperatorDescription
     // For a temporal operator: the position (0 or 1) of the argument that ends first, if it says
     // so.
     std::optional<std::size_t> m_endsFirst;
-    // Pure, and evaluatePlain gives the value that evaluate gives.
+    // Pure, and evaluatePlain gives the value that evaluate gives, from what the views show. The
+    // interval of a sub-event may come without its object, and so without its history.
     bool m_plain = false;
     CSOperatorMeaning m_meaning = CSOperatorMeaning::Any;
 };

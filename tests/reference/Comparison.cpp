@@ -187,8 +187,7 @@ std::string compareAttributes(
         const Value& value = hasMine ? mine->second : none;
         const Value& otherValue = hasOther ? other->second : none;
         const bool isPure = passedOver.contains(name);
-        // Which of the values of a pseudo-agent was the first is not told where they are made late.
-        const bool flagToo = !isPure && reference.m_type != "Component";
+        const bool flagToo = !isPure;
         if ((hasMine != hasOther && (value || otherValue || !isPure)) ||
             !sameValue(value, otherValue, flagToo)) {
             found += " " + name + ": " + (hasMine ? valueText(value) : "nothing") + " instead of " +
