@@ -124,13 +124,15 @@ void RandomModels::addPrimitive()
     addModel(model, objects + "Constraints(" + constraints + ")\n");
 }
 
-// The same under another name, with the variables exchanged or one constraint more, or neither.
+// The same under another name, here and there with the variables exchanged or one constraint more.
 void RandomModels::addAlike(const Primitive& primitive)
 {
     std::string objects = primitive.objects;
     std::string constraints = primitive.constraints;
     if (m_random.oneIn(3)) {
         objects = exchanged(objects);
+    }
+    if (m_random.oneIn(2)) {
         constraints = exchanged(constraints);
     }
     if (m_random.oneIn(3)) {

@@ -2,7 +2,7 @@
 // one of some positions, and every combination is run, each from a state that nothing is left in.
 // Families of models, which are matched all together:
 //
-//     lists      primitive states of two variables, every list of up to three out of 16 constraints
+//     lists      primitive states of two variables, every list of up to three out of 17 constraints
 //     singles    primitive states of one variable, every list of up to three out of 11 constraints
 //     pairs      composites of one and two components, 192
 //     triples    composites of three components, 432

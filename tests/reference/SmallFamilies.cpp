@@ -26,6 +26,7 @@ const std::vector<std::string>& pairConstraints()
         "left_i(p->P, q->P)",
         "!(p->P near_p q->P)",
         "maybe_e(q->P)",
+        "maybe_e(p->P)",
         "close_p(p->P, 1)",
         "risky_m(p->X, q->X) <_m 2",
         "sometimes_i(q->P)",

@@ -41,7 +41,7 @@ std::vector<Attributes> plainPlaces();
 std::vector<Attributes> oddPlaces();
 
 // Primitive states of two variables p and q, declared by `objects`: one for every list of up to
-// `longest` constraints, out of sixteen of all flavours.
+// `longest` constraints, out of seventeen of all flavours.
 SmallFamily constraintLists(const std::string& objects, int longest);
 // The same for one variable, out of eleven constraints.
 SmallFamily singleLists(int longest);
