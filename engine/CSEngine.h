@@ -230,7 +230,7 @@ private:
     std::shared_ptr<CSScenarioInstance> tryCompletion(
         const CSScenarioInstance& candidate,
         std::size_t component,
-        scenariomatch::RecognisedEntry& recognised,
+        scenariomatch::RecognisedEntry& entry,
         bool isFirst);
     std::optional<scenariomatch::CompletionRejection> joinParticipants(
         CSScenarioInstance& candidate,

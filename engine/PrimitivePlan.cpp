@@ -427,6 +427,15 @@ bool PrimitivePlan::hold(const std::vector<Test>& tests)
     return true;
 }
 
+Neighbourhoods::Found PrimitivePlan::neighboursFor(const Step& step)
+{
+    if (!step.nearby) {
+        return {};
+    }
+    return m_context.neighbourhoods.near(
+        step.nearby->question, m_ranks[step.nearby->partner], m_context.view);
+}
+
 const Choices::Answer* PrimitivePlan::chosenFor(const Step& step)
 {
     const FrameView& view = m_context.view;

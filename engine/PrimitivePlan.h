@@ -158,6 +158,9 @@ private:
     bool isPossible();
     template <class Visit>
     void bind(std::size_t step, Visit& visit);
+    template <class Try>
+    void forEachRank(const Step& step, const Choices::Answer* chosen, Try&& tryOut);
+    Neighbourhoods::Found neighboursFor(const Step& step);
     bool hold(const std::vector<Test>& tests);
     // Who passes the step's filter; null where that has to be tested one by one.
     const Choices::Answer* chosenFor(const Step& step);
@@ -232,31 +235,32 @@ void PrimitivePlan::bind(std::size_t step, Visit& visit)
     }
     const Step& here = m_steps[step];
     const Choices::Answer* chosen = here.filter ? chosenFor(here) : nullptr;
-    const auto choose = [&](std::uint32_t rank) {
+    forEachRank(here, chosen, [&](std::uint32_t rank) {
         if (passes(here, chosen, rank)) {
             bind(step + 1, visit);
         }
-    };
-    if (here.nearby) {
-        const auto found = m_context.neighbourhoods.near(
-            here.nearby->question, m_ranks[here.nearby->partner], m_context.view);
-        if (!found.isAnyone) {
-            for (const Neighbourhoods::Neighbour& neighbour : found.neighbours) {
-                if (neighbour.squaredDistance <= here.nearby->squaredLimit) {
-                    choose(neighbour.rank);
-                }
+    });
+}
+
+// Those within reach, where there are fewer of them; else those who pass the filter, or all.
+template <class Try>
+void PrimitivePlan::forEachRank(const Step& step, const Choices::Answer* chosen, Try&& tryOut)
+{
+    const auto found = neighboursFor(step);
+    if (!found.isAnyone) {
+        for (const Neighbourhoods::Neighbour& neighbour : found.neighbours) {
+            if (neighbour.squaredDistance <= step.nearby->squaredLimit) {
+                tryOut(neighbour.rank);
             }
-            return;
         }
-    }
-    if (chosen != nullptr) {
+    } else if (chosen != nullptr) {
         for (const std::uint32_t rank : chosen->ranks) {
-            choose(rank);
+            tryOut(rank);
         }
-        return;
-    }
-    for (std::uint32_t rank = 0; rank < m_choices[here.group].size(); ++rank) {
-        choose(rank);
+    } else {
+        for (std::uint32_t rank = 0; rank < m_choices[step.group].size(); ++rank) {
+            tryOut(rank);
+        }
     }
 }
 
