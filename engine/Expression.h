@@ -120,16 +120,16 @@ private:
 
 // Gives the leaves of the constraint the slots of their variables, which are sorted by name; -1
 // where a variable is not among them.
-void assignSlots(CConstraint& constraint, std::span<const std::string> variables);
+CS_EXPORT void assignSlots(CConstraint& constraint, std::span<const std::string> variables);
 
 // The slots of the variables that the constraint reads, each once, in order of appearance; bound
 // ones only.
-std::vector<std::int32_t> slotsOf(const CConstraint& constraint);
+CS_EXPORT std::vector<std::int32_t> slotsOf(const CConstraint& constraint);
 
 // The constraint as a person would write it, with variables named by the function.
 using VariableNames = std::function<std::string(const CConstraint& leaf)>;
-std::string textOf(const CConstraint& constraint, const VariableNames& nameOf);
-std::string textOf(const CConstraint& constraint);
+CS_EXPORT std::string textOf(const CConstraint& constraint, const VariableNames& nameOf);
+CS_EXPORT std::string textOf(const CConstraint& constraint);
 
 template <class Visit>
 void Expression::forEachAttribute(Visit&& visit) const

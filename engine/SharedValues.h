@@ -15,7 +15,7 @@ namespace scenariomatch
 
 // The part written so that equal texts mean equal values on equal agents: variables as their places
 // among the slots given, as their own slots where none are given; words and numbers apart.
-std::string keyOf(const CConstraint& part, const std::vector<std::int32_t>& slots);
+CS_EXPORT std::string keyOf(const CConstraint& part, const std::vector<std::int32_t>& slots);
 
 // Values that several models, or several candidates of one, ask for in the same frame: each is
 // computed once.
