@@ -94,6 +94,9 @@ private:
     bool applySetters();
     bool initProcess();
     bool recognise();
+    bool printPlans();
+    const RecognitionView* ownView() const;
+    bool checkModels();
     bool recogniseFrames(RunSession& session);
     bool judgeReading();
     bool judgeEventFile();
@@ -125,8 +128,8 @@ int Run::perform()
         // From here on the plug-in's code runs, which writes to standard output as it likes.
         const StreamRedirection redirection(
             std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
-        if (prepareProcess()) {
-            recognise();
+        if (prepareProcess() && checkModels()) {
+            m_options.isPlan ? printPlans() : recognise();
         }
         // Ending the process closes its event file.
         m_process.reset();
@@ -161,6 +164,12 @@ bool Run::prepareParameters()
             return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
         }
         m_sources.settings.push_back(*setting);
+    }
+    if (m_options.isPlan) {
+        // The last setting wins. The process empties the file that is named, whether it is to be
+        // written or not, and an earlier one is to stay.
+        m_sources.settings.emplace_back("saveXML3File", "false");
+        m_sources.settings.emplace_back("XML3FileName", "/dev/null");
     }
     std::string error;
     std::optional<StorageFile> file = readStorageFile(m_options.parameterFile, error);
@@ -270,6 +279,9 @@ void Run::warnOfObjectTypes()
 
 bool Run::prepareReader()
 {
+    if (m_options.isPlan) {
+        return true;
+    }
     TrackReaderOptions readerOptions;
     readerOptions.format = m_options.format;
     readerOptions.framesPerSecond = m_options.framesPerSecond;
@@ -312,7 +324,7 @@ bool Run::prepareGround(TrackReaderOptions& readerOptions)
 
 bool Run::openOutputs()
 {
-    if (m_options.events != "-") {
+    if (m_options.events != "-" && !m_options.isPlan) {
         m_eventFile.open(m_options.events, std::ios::binary | std::ios::trunc);
         if (!m_eventFile) {
             return fail(kExitOutput, m_options.events + ": " + systemReason());
@@ -384,14 +396,36 @@ bool Run::initProcess()
     return true;
 }
 
-bool Run::recognise()
+// Null where the process has none.
+const RecognitionView* Run::ownView() const
 {
-    const RecordView records(*m_process);
-    const auto* view = dynamic_cast<const RecognitionView*>(m_process.get());
+    return dynamic_cast<const RecognitionView*>(m_process.get());
+}
+
+bool Run::checkModels()
+{
+    const RecognitionView* const view = ownView();
     if (view != nullptr && view->counters().models == 0) {
         return fail(kExitModel, m_options.parameterFile + ": no model takes part in recognition");
     }
-    view = view == nullptr ? &records : view;
+    return true;
+}
+
+bool Run::printPlans()
+{
+    const RecognitionView* const view = ownView();
+    if (view == nullptr) {
+        return fail(kExitPlugin, "the plug-in does not tell how it matches models");
+    }
+    view->printPlans(m_data);
+    m_data.flush();
+    return m_data.good() || fail(kExitOutput, "standard output: the plan cannot be written");
+}
+
+bool Run::recognise()
+{
+    const RecordView records(*m_process);
+    const RecognitionView* const view = ownView() == nullptr ? &records : ownView();
     const std::string prolongation = m_process->parameter("constProlongation").value_or("0");
     const std::unique_ptr<EventWriter> writer = makeEventWriter(m_options.eventFormat, m_data);
     CountingEventWriter counter(*writer, m_statistics);

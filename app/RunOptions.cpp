@@ -22,8 +22,10 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
         {"mot", TrackFormat::Mot},
         {"cvml", TrackFormat::Cvml},
         {"trajectory", TrackFormat::Trajectory}};
-    command.add_option("--tracks", options.tracks, "Tracks, plain or gzip; - is standard input")
-        ->required();
+    command.add_option(
+        "--tracks",
+        options.tracks,
+        "Tracks, plain or gzip; - is standard input (REQUIRED, but for --print-plan)");
     addChoice(
         command,
         "--format",
@@ -95,6 +97,10 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
         ->type_name("MODE");
     command.add_flag(
         "--stats", options.hasStatistics, "Write figures of the run to standard error");
+    command.add_flag(
+        "--print-plan",
+        options.isPlan,
+        "Write to standard output how the models are matched, and end; no tracks are read");
 }
 
 } // namespace
@@ -105,6 +111,11 @@ CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
     addParameterOptions(*command, options);
     addTrackOptions(*command, options);
     addOutputOptions(*command, options);
+    command->callback([&options] {
+        if (options.tracks.empty() && !options.isPlan) {
+            throw CLI::RequiredError("--tracks");
+        }
+    });
     command->footer("Examples:\n"
                     "  scenariomatch synth examples/lobby/scenes/bag.yaml --output bag.jsonl\n"
                     "  scenariomatch run --params examples/lobby/lobby.yaml --tracks bag.jsonl "

@@ -37,6 +37,8 @@ struct RunOptions
     std::string trace;
     ProgressMode progress = ProgressMode::Auto;
     bool hasStatistics = false;
+    // Nothing is recognised: tracks and events are left alone.
+    bool isPlan = false;
 };
 
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.

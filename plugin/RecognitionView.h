@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <span>
 #include <string_view>
 
@@ -107,6 +108,10 @@ public:
     virtual void visitEvents(const EventVisitor& visit) const = 0;
 
     virtual RecognitionCounters counters() const = 0;
+
+    // Writes for people how the models are matched: in which order their objects are bound, and
+    // when each constraint is tested.
+    virtual void printPlans(std::ostream& out) const = 0;
 
     // The observer must outlive its use; null for none.
     virtual void setObserver(RecognitionObserver* observer) = 0;

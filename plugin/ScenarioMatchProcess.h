@@ -78,6 +78,7 @@ public:
     std::string generateEventListStorageStream() const override;
     void visitEvents(const EventVisitor& visit) const override;
     scenariomatch::RecognitionCounters counters() const override;
+    void printPlans(std::ostream& out) const override;
     void setObserver(scenariomatch::RecognitionObserver* observer) override;
 
     const std::shared_ptr<CSEngine>& engine() const { return m_engine; }

@@ -216,6 +216,11 @@ scenariomatch::RecognitionCounters ScenarioMatchProcess::counters() const
     return counters;
 }
 
+void ScenarioMatchProcess::printPlans(std::ostream& out) const
+{
+    m_engine->printPlans(out);
+}
+
 void ScenarioMatchProcess::setObserver(scenariomatch::RecognitionObserver* observer)
 {
     m_engine->setObserver(observer);

@@ -237,6 +237,42 @@ TEST(RunCommand, PrintsFiguresOfTheRun)
     EXPECT_THAT(outcome.talk, HasSubstr("peak memory          "));
 }
 
+TEST(RunCommand, PrintsThePlanWithoutTracks)
+{
+    const Outcome outcome = runProgram("run --print-plan --params " + kFiles + "params.yaml");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(
+        outcome.out,
+        "PrimitiveState InZone\n"
+        "    bind p to each Person\n"
+        "    bind z to each Zone\n"
+        "        test in(p->Position, z->Vertices)\n");
+    EXPECT_EQ(outcome.talk, "");
+}
+
+TEST(RunCommand, LeavesFilesAloneWhereItPrintsThePlan)
+{
+    const std::string events = write("events", "events of yesterday\n");
+    const std::string eventFile = write("events.xml", "<Yesterday/>\n");
+    const Outcome outcome = runProgram(
+        "run --print-plan --params " + kFiles + "params.yaml --tracks nowhere.jsonl --events " +
+        events + " --set saveXML3File=true --set XML3FileName=" + eventFile);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, StartsWith("PrimitiveState InZone\n"));
+    EXPECT_EQ(outcome.talk, "");
+    EXPECT_EQ(contentOf(events), "events of yesterday\n");
+    EXPECT_EQ(contentOf(eventFile), "<Yesterday/>\n");
+}
+
+TEST(RunCommand, SaysThatThePlanCannotBeWritten)
+{
+    const Outcome outcome = runProgram(
+        "run --print-plan --params " + kFiles + "params.yaml",
+        "full() { \"$@\" >/dev/full; }; full ");
+    EXPECT_EQ(outcome.status, 6);
+    EXPECT_EQ(outcome.talk, "scenariomatch run: standard output: the plan cannot be written\n");
+}
+
 TEST(RunCommand, ReportsMalformedLinesAndGoesOn)
 {
     const std::string tracks = write("tracks", "1 x 5 5\n" + contentOf(kFiles + "tracks.txt"));
@@ -290,6 +326,9 @@ TEST(RunCommand, EndsWithStatusTwoForWrongUse)
     EXPECT_EQ(runProgram("").status, 2);
     EXPECT_EQ(runProgram("walk").status, 2);
     EXPECT_EQ(runProgram(parameters).status, 2);
+    EXPECT_EQ(
+        runProgram(parameters).talk,
+        "scenariomatch run: --tracks is required\nRun with --help for more information.\n");
     EXPECT_EQ(runProgram(kRun + "--fps 0").status, 2);
     EXPECT_EQ(runProgram(kRun + "--scale -1").status, 2);
     EXPECT_EQ(runProgram(kRun + "--format tea").status, 2);

@@ -47,6 +47,8 @@ public:
 
     RecognitionCounters counters() const override { return {}; }
 
+    void printPlans(std::ostream& /*out*/) const override {}
+
     void setObserver(RecognitionObserver* /*observer*/) override {}
 
     void show(int frame, std::vector<Shown> shown)
