@@ -91,7 +91,7 @@ std::string numberText(double number)
 {
     constexpr std::size_t kLongest = 32;
     std::array<char, kLongest> text{};
-    const char* const end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    char* const end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
     return {text.data(), end};
 }
 
