@@ -115,7 +115,8 @@ std::shared_ptr<Value> ActorAgents::object(Arguments... arguments)
 template <typename Value>
 void ActorAgents::keep(std::shared_ptr<CSBasicType> dropped)
 {
-    if (dropped != nullptr && typeid(*dropped) == typeid(Value)) {
+    const CSBasicType* object = dropped.get();
+    if (object != nullptr && typeid(*object) == typeid(Value)) {
         std::get<std::shared_ptr<Value>>(m_spares) =
             std::static_pointer_cast<Value>(std::move(dropped));
     }

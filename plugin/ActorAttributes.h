@@ -64,7 +64,7 @@ void visitActorAttributes(const ActorState& state, Visit visit)
         visit(std::type_identity<CSInt>(), attribute, static_cast<std::int32_t>(value));
     };
     const auto real = [&visit](ActorAttribute attribute, float value) {
-        visit(std::type_identity<CSDouble>(), attribute, double{value});
+        visit(std::type_identity<CSDouble>(), attribute, static_cast<double>(value));
     };
     const std::int64_t middle = std::int64_t{box.x} + box.width / 2;
     const std::int64_t bottom = std::int64_t{box.y} + box.height - 1;
@@ -81,9 +81,9 @@ void visitActorAttributes(const ActorState& state, Visit visit)
     visit(
         std::type_identity<CS3DDPoint>(),
         ActorAttribute::Position,
-        double{state.position.x},
-        double{state.position.y},
-        double{state.position.z});
+        static_cast<double>(state.position.x),
+        static_cast<double>(state.position.y),
+        static_cast<double>(state.position.z));
     real(ActorAttribute::Width, state.size.getWidth());
     real(ActorAttribute::Height, state.size.getHeight());
     real(ActorAttribute::Depth, state.size.getDepth());
