@@ -25,7 +25,7 @@ Choices::about(std::size_t number, std::int32_t constantNumber, const FrameView&
     if (answers.size() <= view.constants()) {
         answers.resize(view.constants() + 1);
     }
-    return answers[static_cast<std::size_t>(constantNumber + 1)];
+    return answers[static_cast<std::size_t>(std::int64_t{constantNumber} + 1)];
 }
 
 } // namespace scenariomatch
