@@ -1,14 +1,70 @@
-# scenariomatch_add_operator(NAME name SOURCES file... [OUTPUT_DIRECTORY dir] [NO_INSTALL])
+# Operator plug-ins, in this tree and in projects that find the installed package.
+
+# Where the header stands that tells what a plug-in must have in common with the engine: beside this file when
+# installed, else in the tree.
+if(EXISTS "${CMAKE_CURRENT_LIST_DIR}/OperatorAbi.h")
+    set(SCENARIOMATCH_OPERATOR_ABI_FOLDER "${CMAKE_CURRENT_LIST_DIR}")
+else()
+    get_filename_component(SCENARIOMATCH_OPERATOR_ABI_FOLDER "${CMAKE_CURRENT_LIST_DIR}/../types" ABSOLUTE)
+endif()
+if(NOT DEFINED SCENARIOMATCH_VERSION_MAJOR)
+    set(SCENARIOMATCH_VERSION_MAJOR "${PROJECT_VERSION_MAJOR}")
+endif()
+set(SCENARIOMATCH_OPERATOR_SUBDIR "scenariomatch/operators")
+
+# scenariomatch_operator_abi(variable)
 #
-# Builds one operator plug-in (a module with one root object that implements CSOperatorInterfaceAbstract),
-# names its file after NAME and installs it where the program looks for operators.
+# The tag of what the current compiler and its flags make. The compiler is asked once per run of CMake.
+function(scenariomatch_operator_abi variable)
+    get_property(tag GLOBAL PROPERTY SCENARIOMATCH_OPERATOR_ABI)
+    if(NOT tag)
+        set(probe "${CMAKE_BINARY_DIR}/CMakeFiles/scenariomatch_operator_abi")
+        try_compile(compiled
+            SOURCE_FROM_CONTENT abi.cpp "#include \"OperatorAbi.h\"
+                static const char tag[] = \"ABI[\" CS_OPERATOR_ABI \"]\";
+                int main(int argc, char**) { return tag[argc]; }"
+            CMAKE_FLAGS "-DINCLUDE_DIRECTORIES=${SCENARIOMATCH_OPERATOR_ABI_FOLDER}"
+            COMPILE_DEFINITIONS "-DSCENARIOMATCH_VERSION_MAJOR=${SCENARIOMATCH_VERSION_MAJOR}"
+            CXX_STANDARD 20
+            COPY_FILE "${probe}"
+            OUTPUT_VARIABLE output
+            NO_CACHE)
+        if(compiled)
+            file(STRINGS "${probe}" tag REGEX "ABI\\[.*\\]" LIMIT_COUNT 1)
+            string(REGEX REPLACE ".*ABI\\[([^]]*)\\].*" "\\1" tag "${tag}")
+        endif()
+        if(NOT tag)
+            message(FATAL_ERROR "The compiler does not tell what its operators must have in common:\n${output}")
+        endif()
+        set_property(GLOBAL PROPERTY SCENARIOMATCH_OPERATOR_ABI "${tag}")
+    endif()
+    set(${variable} "${tag}" PARENT_SCOPE)
+endfunction()
+
+# scenariomatch_tag_operator(target)
+#
+# Lets Qt's meta object compiler write the tag into the metadata of the root objects that the target compiles.
+function(scenariomatch_tag_operator target)
+    scenariomatch_operator_abi(tag)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOMOC_MOC_OPTIONS "-MScenarioMatchAbi=${tag}")
+endfunction()
+
+# scenariomatch_add_operator(NAME name SOURCES file... [TEST file...] [OUTPUT_DIRECTORY dir] [NO_INSTALL])
+#
+# Builds one operator plug-in (a module with one root object that implements CSOperatorInterfaceAbstract), names its
+# file after NAME and installs it where the program looks for operators. It is built into the folder operators/ of the
+# project's build folder, unless OUTPUT_DIRECTORY or the variable SCENARIOMATCH_OPERATOR_OUTPUT_DIRECTORY says otherwise.
+# TEST builds a program that finds that folder under the name OPERATOR_FOLDER, and has CTest run it.
 function(scenariomatch_add_operator)
-    cmake_parse_arguments(PARSE_ARGV 0 arg "NO_INSTALL" "NAME;OUTPUT_DIRECTORY" "SOURCES")
+    cmake_parse_arguments(PARSE_ARGV 0 arg "NO_INSTALL" "NAME;OUTPUT_DIRECTORY" "SOURCES;TEST")
     if(NOT arg_NAME OR NOT arg_SOURCES)
         message(FATAL_ERROR "scenariomatch_add_operator needs NAME and SOURCES")
     endif()
     if(NOT arg_OUTPUT_DIRECTORY)
-        set(arg_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/${SCENARIOMATCH_OPERATOR_SUBDIR}")
+        set(arg_OUTPUT_DIRECTORY "${SCENARIOMATCH_OPERATOR_OUTPUT_DIRECTORY}")
+    endif()
+    if(NOT arg_OUTPUT_DIRECTORY)
+        set(arg_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/operators")
     endif()
     set(target operator_${arg_NAME})
     add_library(${target} MODULE ${arg_SOURCES})
@@ -17,11 +73,24 @@ function(scenariomatch_add_operator)
         target_link_libraries(${target} PRIVATE scenariomatch_compiler)
     endif()
     set_target_properties(${target} PROPERTIES
-        AUTOMOC ON
         PREFIX ""
         OUTPUT_NAME "${arg_NAME}"
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        INSTALL_RPATH "$ORIGIN/../.."
         LIBRARY_OUTPUT_DIRECTORY "${arg_OUTPUT_DIRECTORY}")
+    scenariomatch_tag_operator(${target})
     if(NOT arg_NO_INSTALL)
-        install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/${SCENARIOMATCH_OPERATOR_SUBDIR}")
+        include(GNUInstallDirs)
+        install(TARGETS ${target}
+            LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/${SCENARIOMATCH_OPERATOR_SUBDIR}" COMPONENT runtime)
+    endif()
+    if(arg_TEST)
+        set(test ${arg_NAME}_test)
+        add_executable(${test} ${arg_TEST})
+        target_link_libraries(${test} PRIVATE ScenarioMatch::engine)
+        target_compile_definitions(${test} PRIVATE OPERATOR_FOLDER="${arg_OUTPUT_DIRECTORY}")
+        add_dependencies(${test} ${target})
+        add_test(NAME ${arg_NAME} COMMAND ${test})
     endif()
 endfunction()

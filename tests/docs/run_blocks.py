@@ -16,7 +16,7 @@ import sys
 import tempfile
 
 FENCE = re.compile(r"^```(\w*)\s*$")
-RUN_BY_CI = ("./scripts/test", "./scripts/demo")
+RUN_BY_CI = ("./scripts/test", "./scripts/demo", "./scripts/package")
 NEEDS_DATA = "<!-- needs SCENARIOMATCH_DATA -->"
 
 
