@@ -3,9 +3,9 @@
 #include "app/ExitStatus.h"
 #include "app/InstalledFiles.h"
 #include "app/OptionChecks.h"
+#include "engine/OperatorFile.h"
 
 #include <QDir>
-#include <QPluginLoader>
 
 #include <algorithm>
 #include <array>
@@ -27,23 +27,15 @@ namespace
 // Loads one module; throws a runtime_error with the reason when it is no operator.
 OperatorModule loadModule(const QDir& folder, const QString& file)
 {
-    QPluginLoader loader(folder.absoluteFilePath(file));
-    if (loader.metaData().isEmpty()) {
-        throw std::runtime_error("it is no plug-in");
-    }
-    QObject* const root = loader.instance();
-    if (root == nullptr) {
-        throw std::runtime_error(loader.errorString().toStdString());
-    }
-    auto* const op = qobject_cast<CSOperatorInterfaceAbstract*>(root);
-    if (op == nullptr) {
-        throw std::runtime_error("its root object is no operator");
+    const OperatorFile loaded = loadOperator(folder.absoluteFilePath(file).toStdString());
+    if (loaded.op == nullptr) {
+        throw std::runtime_error(loaded.reason);
     }
     OperatorModule module;
     module.file = file.toStdString();
-    module.name = op->m_name;
-    module.isTemporal = op->m_isTemporal;
-    module.description = op->describe();
+    module.name = loaded.op->m_name;
+    module.isTemporal = loaded.op->m_isTemporal;
+    module.description = loaded.op->describe();
     return module;
 }
 
@@ -179,7 +171,7 @@ bool hasPluginFile(const std::string& path)
     const QDir folder(QString::fromStdString(path));
     const QStringList files = folder.entryList(QDir::Files, QDir::Name);
     return std::any_of(files.begin(), files.end(), [&folder](const QString& file) {
-        return !QPluginLoader(folder.absoluteFilePath(file)).metaData().isEmpty();
+        return operatorRefusal(folder.absoluteFilePath(file).toStdString()).empty();
     });
 }
 

@@ -48,7 +48,7 @@ struct OperatorModules
 // Loads every operator module of a folder and asks it for its description. Modules stay loaded.
 OperatorModules loadOperatorModules(const std::string& path);
 
-// Whether a file of the folder is a plug-in at all; runs none of their code.
+// Whether a file of the folder is a plug-in that may be loaded; runs none of their code.
 bool hasPluginFile(const std::string& path);
 
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.

@@ -1,10 +1,12 @@
 #include "engine/CSEngine.h"
+#include "engine/OperatorFile.h"
 #include "scenario/AgentOperatorReader.h"
 #include "types/TextFile.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QPluginLoader>
+#include <QFileInfo>
+#include <QString>
 
 #include <iostream>
 #include <utility>
@@ -17,8 +19,8 @@ void CSEngine::setAllOperators()
     }
     QDirIterator files(directory, QDir::Files);
     while (files.hasNext()) {
-        QPluginLoader loader(QFileInfo(files.next()).absoluteFilePath());
-        auto* op = qobject_cast<CSOperatorInterfaceAbstract*>(loader.instance());
+        const QString file = QFileInfo(files.next()).absoluteFilePath();
+        CSOperatorInterfaceAbstract* const op = scenariomatch::loadOperator(file.toStdString()).op;
         if (op == nullptr) {
             continue;
         }

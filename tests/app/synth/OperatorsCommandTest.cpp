@@ -1,5 +1,7 @@
 #include "app/OperatorsCommand.h"
 
+#include "types/OperatorAbi.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -45,6 +47,8 @@ TEST(OperatorsCommand, SaysWhichFilesItSkipsAndWhy)
         talk.str(),
         "scenariomatch operators: readme.txt was skipped: it is no plug-in\n"
         "scenariomatch operators: synth_other_root.so was skipped: its root object is no operator\n"
+        "scenariomatch operators: synth_other_tag.so was skipped: it is built for "
+        "gnu-libstdc++98-7, this program for " CS_OPERATOR_ABI "\n"
         "scenariomatch operators: synth_throws.so was skipped: no description today\n"
         "scenariomatch operators: synth_plain.so and synth_plain_again.so are both named plain; "
         "only one of "
@@ -70,7 +74,7 @@ TEST(OperatorsCommand, WritesEverythingAsJson)
     EXPECT_EQ(full.at("temporal"), true);
     EXPECT_EQ(full.at("ends_first"), 0);
     EXPECT_TRUE(list.at("operators").at(0).at("ends_first").is_null());
-    ASSERT_EQ(list.at("skipped").size(), 3U);
+    ASSERT_EQ(list.at("skipped").size(), 4U);
     EXPECT_EQ(list.at("skipped").at(0).at("file"), "readme.txt");
     EXPECT_EQ(list.at("skipped").at(0).at("reason"), "it is no plug-in");
 }
