@@ -1,6 +1,9 @@
 #include "types/CAllClasses.h"
 
+#include "types/AccessorSources.h"
+#include "types/ConversionSources.h"
 #include "types/TextFile.h"
+#include "types/TypeSources.h"
 
 #include <sstream>
 
@@ -50,4 +53,24 @@ void CAllClasses::readText(const std::string& text)
         m_classes.push_back(type);
         type.clear();
     }
+}
+
+bool CAllClasses::write(const std::string& directory) const
+{
+    bool isWritten =
+        scenariomatch::writeSourceFile(directory, scenariomatch::objectHeader(m_classes));
+    for (const CClass& type : m_classes) {
+        isWritten = type.write(directory) && isWritten;
+    }
+    return isWritten;
+}
+
+bool CAllClasses::writeAccessor(const std::string& directory) const
+{
+    return scenariomatch::writeSourceFiles(directory, scenariomatch::accessorSources(m_classes));
+}
+
+bool CAllClasses::writeConversionClass(const std::string& directory) const
+{
+    return scenariomatch::writeSourceFiles(directory, scenariomatch::conversionSources(m_classes));
 }

@@ -19,9 +19,21 @@ public:
     // Appends one record per class block of the file; nothing when the file cannot be opened.
     // Nothing is reported.
     void read(const std::string& fileName);
+    // The same from the text of such a file.
+    void readText(const std::string& text);
+
+    // Generate accessor sources: typed C++ classes for the object types, which applications compile
+    // with a layer of agents and values of their own. The folder must exist; files that are there
+    // are written over. Equal types give equal files. False when a file cannot be written. Names
+    // are not checked: those that are no C++ identifiers give files that do not compile.
+    //
+    // "CSObject.h", and every type's class as CClass::write does.
+    bool write(const std::string& directory) const;
+    // "CSAccessor.h" and "CSAccessor.cpp": functions that dispatch on the name of an object's type.
+    bool writeAccessor(const std::string& directory) const;
+    // "CSObjectConversion.h" and "CSObjectConversion.cpp": a skeleton for the application's code
+    // that turns its objects into agents.
+    bool writeConversionClass(const std::string& directory) const;
 
     std::vector<CClass> m_classes;
-
-private:
-    void readText(const std::string& text);
 };

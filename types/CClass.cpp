@@ -1,5 +1,7 @@
 #include "types/CClass.h"
 
+#include "types/TypeSources.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -60,4 +62,9 @@ void CClass::clear()
     m_attributeTypes.clear();
     m_constant = false;
     m_line = 0;
+}
+
+bool CClass::write(const std::string& directory) const
+{
+    return scenariomatch::writeSourceFiles(directory, scenariomatch::typeSources(*this));
 }

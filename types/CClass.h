@@ -25,6 +25,9 @@ public:
     void read(const std::string& text);
     // Empties all fields, so that the record can be used for the next block.
     void clear();
+    // Writes the typed class of this type, "directory/NAME.h" and "directory/NAME.cpp", over what
+    // is there. The folder must exist. False when a file cannot be written.
+    bool write(const std::string& directory) const;
 
     std::string m_name;
     // "Agent" when the block names none.
