@@ -17,9 +17,9 @@ namespace
 class ParentWalk
 {
 public:
-    ParentWalk(const std::string& fileName, const std::vector<CClass>& types);
+    explicit ParentWalk(const std::vector<CClass>& types);
 
-    std::vector<std::string> warnings();
+    std::vector<ObjectTypeFault> faults();
 
 private:
     enum class State : std::uint8_t { New, OnThisWalk, Done };
@@ -27,19 +27,17 @@ private:
     void walkFrom(std::size_t start);
     std::optional<std::size_t> parentOf(const CClass& type);
     void reportCircle(std::size_t start);
-    void warn(const CClass& type, const std::string& reason);
+    void add(const CClass& type, const std::string& reason);
 
-    const std::string& m_fileName;
     const std::vector<CClass>& m_types;
     // The first type of each name is the one that counts as a parent.
     std::unordered_map<std::string_view, std::size_t> m_places;
     std::vector<State> m_states;
-    std::vector<std::string> m_warnings;
+    std::vector<ObjectTypeFault> m_faults;
 };
 
-ParentWalk::ParentWalk(const std::string& fileName, const std::vector<CClass>& types)
-    : m_fileName(fileName)
-    , m_types(types)
+ParentWalk::ParentWalk(const std::vector<CClass>& types)
+    : m_types(types)
     , m_states(types.size(), State::New)
 {
     for (std::size_t i = 0; i < types.size(); ++i) {
@@ -47,12 +45,12 @@ ParentWalk::ParentWalk(const std::string& fileName, const std::vector<CClass>& t
     }
 }
 
-std::vector<std::string> ParentWalk::warnings()
+std::vector<ObjectTypeFault> ParentWalk::faults()
 {
     for (std::size_t i = 0; i < m_types.size(); ++i) {
         walkFrom(i);
     }
-    return m_warnings;
+    return m_faults;
 }
 
 void ParentWalk::walkFrom(std::size_t start)
@@ -84,9 +82,9 @@ std::optional<std::size_t> ParentWalk::parentOf(const CClass& type)
         return found->second;
     }
     if (type.m_parent.empty()) {
-        warn(type, fmt::format("the parent of {} has no name", type.m_name));
+        add(type, fmt::format("the parent of {} has no name", type.m_name));
     } else if (type.m_parent != kRoot) {
-        warn(type, fmt::format("the parent {} of {} is not declared", type.m_parent, type.m_name));
+        add(type, fmt::format("the parent {} of {} is not declared", type.m_parent, type.m_name));
     }
     return std::nullopt;
 }
@@ -105,15 +103,20 @@ void ParentWalk::reportCircle(std::size_t start)
         circle += " -> " + m_types[place].m_name;
     }
     const std::string& name = m_types[first].m_name;
-    warn(m_types[first], fmt::format("{} derives from itself: {} -> {}", name, circle, name));
+    add(m_types[first], fmt::format("{} derives from itself: {} -> {}", name, circle, name));
 }
 
-void ParentWalk::warn(const CClass& type, const std::string& reason)
+void ParentWalk::add(const CClass& type, const std::string& reason)
 {
-    m_warnings.push_back(fmt::format("{}:{}: warning: {}", m_fileName, type.m_line, reason));
+    m_faults.push_back({type.m_line, reason});
 }
 
 } // namespace
+
+std::vector<ObjectTypeFault> objectTypeFaults(const std::vector<CClass>& types)
+{
+    return ParentWalk(types).faults();
+}
 
 std::vector<std::string>
 objectTypeWarnings(const std::string& fileName, const std::vector<CClass>& types)
@@ -121,7 +124,11 @@ objectTypeWarnings(const std::string& fileName, const std::vector<CClass>& types
     if (types.empty()) {
         return {fileName + ": warning: no class is declared"};
     }
-    return ParentWalk(fileName, types).warnings();
+    std::vector<std::string> warnings;
+    for (const ObjectTypeFault& fault : objectTypeFaults(types)) {
+        warnings.push_back(fmt::format("{}:{}: warning: {}", fileName, fault.line, fault.reason));
+    }
+    return warnings;
 }
 
 } // namespace scenariomatch

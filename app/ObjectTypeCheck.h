@@ -8,12 +8,22 @@
 namespace scenariomatch
 {
 
-// What is doubtful about the object types of a file, one line each: "file:line: warning: ...".
+// What is wrong with the type that is declared in a line.
+struct ObjectTypeFault
+{
+    int line;
+    std::string reason;
+};
+
+// What is doubtful about the parents of object types.
 //
 //     class Guard:Person {     Person is declared nowhere
 //     class Crowd:Crowd {      derives from itself
 //
-// A circle of parents is told of once, at the first of its types in the file. A file without any
+// A circle of parents is told of once, at the first of its types in the file.
+std::vector<ObjectTypeFault> objectTypeFaults(const std::vector<CClass>& types);
+
+// The same for the types of a file, one line each: "file:line: warning: ...". A file without any
 // type gets one warning.
 std::vector<std::string>
 objectTypeWarnings(const std::string& fileName, const std::vector<CClass>& types);

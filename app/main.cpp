@@ -1,4 +1,5 @@
 #include "app/ExitStatus.h"
+#include "app/GenerateCommand.h"
 #include "app/OperatorsCommand.h"
 #include "app/RunCommand.h"
 #include "app/SynthCommand.h"
@@ -43,9 +44,11 @@ int runProgram(int argc, char** argv)
     scenariomatch::RunOptions runOptions;
     scenariomatch::SynthOptions synthOptions;
     scenariomatch::OperatorsOptions operatorsOptions;
+    scenariomatch::GenerateOptions generateOptions;
     const CLI::App* const run = addRunCommand(program, runOptions);
     const CLI::App* const synth = addSynthCommand(program, synthOptions);
     addOperatorsCommand(program, operatorsOptions);
+    const CLI::App* const generate = addGenerateCommand(program, generateOptions);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -56,6 +59,9 @@ int runProgram(int argc, char** argv)
     }
     if (synth->parsed()) {
         return runSynth(synthOptions, std::cout, std::cerr);
+    }
+    if (generate->parsed()) {
+        return runGenerate(generateOptions, std::cout, std::cerr);
     }
     return runOperators(operatorsOptions, std::cout, std::cerr);
 }

@@ -1,3 +1,5 @@
+#include "ProgramRun.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,7 +9,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -22,7 +23,6 @@ namespace
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const std::string kProgram = SCENARIOMATCH_BUILD_BIN "/scenariomatch";
 const std::string kFiles = SCENARIOMATCH_TEST_DATA "/app/run/";
 const std::string kRun =
     "run --params " + kFiles + "params.yaml --tracks " + kFiles + "tracks.txt ";
@@ -42,19 +42,6 @@ const std::string kSecondEvent =
     R"("sub_events":[]})"
     "\n";
 
-std::string temporary(const std::string& name)
-{
-    return testing::TempDir() + "/" +
-           testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
-}
-
-std::string contentOf(const std::string& path)
-{
-    std::stringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
-}
-
 std::string write(const std::string& name, const std::string& text)
 {
     std::ofstream(temporary(name), std::ios::binary) << text;
@@ -70,27 +57,9 @@ std::size_t countOf(const std::string& text, const std::string& part)
     return count;
 }
 
-struct Outcome
-{
-    int status = -1;
-    std::string out;
-    std::string talk;
-};
-
 std::string joined(const std::string& start, const std::string& option, const std::string& value)
 {
     return start + option + value;
-}
-
-// Runs the program through the shell, after what stands in front of its name.
-Outcome runProgram(const std::string& arguments, const std::string& before = "")
-{
-    const std::string out = temporary("out");
-    const std::string talk = temporary("talk");
-    const int status =
-        // NOLINTNEXTLINE(cert-env33-c): pipes and redirections are the shell's
-        std::system((before + kProgram + " " + arguments + " >" + out + " 2>" + talk).c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
 }
 
 } // namespace

@@ -1,0 +1,318 @@
+#include "app/AccessorCheck.h"
+
+#include "app/ObjectTypeCheck.h"
+#include "types/TypeSources.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <fmt/format.h>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string_view>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+bool isLetter(char character)
+{
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+bool isIdentifier(std::string_view name)
+{
+    const auto fits = [](char character) {
+        return isLetter(character) || (character >= '0' && character <= '9') || character == '_';
+    };
+    return !name.empty() && (isLetter(name.front()) || name.front() == '_') &&
+           std::all_of(name.begin(), name.end(), fits);
+}
+
+bool isKeyword(std::string_view name)
+{
+    static const std::set<std::string_view> keywords{
+        "alignas",       "alignof",     "and",
+        "and_eq",        "asm",         "auto",
+        "bitand",        "bitor",       "bool",
+        "break",         "case",        "catch",
+        "char",          "char16_t",    "char32_t",
+        "char8_t",       "class",       "co_await",
+        "co_return",     "co_yield",    "compl",
+        "concept",       "const",       "const_cast",
+        "consteval",     "constexpr",   "constinit",
+        "continue",      "decltype",    "default",
+        "delete",        "do",          "double",
+        "dynamic_cast",  "else",        "enum",
+        "explicit",      "export",      "extern",
+        "false",         "float",       "for",
+        "friend",        "goto",        "if",
+        "inline",        "int",         "long",
+        "mutable",       "namespace",   "new",
+        "noexcept",      "not",         "not_eq",
+        "nullptr",       "operator",    "or",
+        "or_eq",         "private",     "protected",
+        "public",        "register",    "reinterpret_cast",
+        "requires",      "return",      "short",
+        "signed",        "sizeof",      "static",
+        "static_assert", "static_cast", "struct",
+        "switch",        "template",    "this",
+        "thread_local",  "throw",       "true",
+        "try",           "typedef",     "typeid",
+        "typename",      "union",       "unsigned",
+        "using",         "virtual",     "void",
+        "volatile",      "wchar_t",     "while",
+        "xor",           "xor_eq"};
+    return keywords.contains(name);
+}
+
+// What every typed class and every header that it includes use themselves.
+bool isTakenByMembers(std::string_view name)
+{
+    static const std::set<std::string_view> taken{
+        "CSBasicType",
+        "Type",
+        "getHAllValue",
+        "getHValue",
+        "getValue",
+        "i_attribute",
+        "i_pos",
+        "i_value",
+        "m_constant",
+        "setHValue",
+        "setValue",
+        "std",
+        // Macros.
+        "EOF",
+        "NULL",
+        "errno",
+        "linux",
+        "stderr",
+        "stdin",
+        "stdout",
+        "unix"};
+    return taken.contains(name) || isValueClass(name);
+}
+
+// What the other generated files and the application's own headers use beside that.
+bool isTakenByFiles(std::string_view name)
+{
+    static const std::set<std::string_view> taken{
+        "Agent",
+        "CSAccessor",
+        "CSAccessor_H",
+        "CSAgent",
+        "CSAllTypes",
+        "CSComponent",
+        "CSObject",
+        "CSObjectConversion",
+        "CSObjectConversion_H",
+        "CSObject_H",
+        "Component",
+        "YOUROBJECTTYPE",
+        "get",
+        "getAllObjectTypes",
+        "getH",
+        "getHAll",
+        "i_csobject",
+        "i_object",
+        "io_agent",
+        "l_obj",
+        "l_res",
+        "m_allAgents",
+        "m_allConstAgents",
+        "set",
+        "setH"};
+    return taken.contains(name);
+}
+
+// Where the generated header "time.h" is found first, <ctime> does not get its own.
+bool isSystemHeader(std::string_view name)
+{
+    static const std::set<std::string_view> headers{
+        "alloca",  "assert",   "complex", "ctype",  "endian",   "errno",   "features",  "fenv",
+        "float",   "inttypes", "iso646",  "limits", "locale",   "malloc",  "math",      "memory",
+        "pthread", "sched",    "setjmp",  "signal", "stdalign", "stdarg",  "stdatomic", "stdbool",
+        "stddef",  "stdint",   "stdio",   "stdlib", "string",   "strings", "tgmath",    "threads",
+        "time",    "uchar",    "unistd",  "wchar",  "wctype"};
+    return headers.contains(name);
+}
+
+// Why a name cannot stand in generated code whatever it names; empty when it can.
+std::string identifierFault(std::string_view name)
+{
+    if (!isIdentifier(name)) {
+        return "is no C++ identifier: expected letters, digits and underscores, beginning with a "
+               "letter";
+    }
+    if (isKeyword(name)) {
+        return "is a C++ keyword: expected another name";
+    }
+    if (name.front() == '_' || name.find("__") != std::string_view::npos) {
+        return "is reserved in C++: expected no underscore at the beginning and no two in a row";
+    }
+    if (isTakenByMembers(name)) {
+        return "is used by the generated code itself: expected another name";
+    }
+    return "";
+}
+
+// Goes through the types of one file and collects what is wrong.
+class AccessorCheck
+{
+public:
+    AccessorCheck(const std::string& fileName, const std::vector<CClass>& types);
+
+    void checkTypes();
+    void checkAttributes();
+    void checkParents();
+    std::vector<std::string> problems();
+
+private:
+    std::string typeFault(const CClass& type) const;
+    std::string attributeFault(const CClass& type, std::size_t place) const;
+    bool isGuard(std::string_view name) const;
+    void add(const CClass& type, const std::string& reason);
+
+    const std::string& m_fileName;
+    const std::vector<CClass>& m_types;
+    // The line of the first type of each name.
+    std::map<std::string_view, int> m_lines;
+    std::vector<ObjectTypeFault> m_faults;
+};
+
+AccessorCheck::AccessorCheck(const std::string& fileName, const std::vector<CClass>& types)
+    : m_fileName(fileName)
+    , m_types(types)
+{
+    for (const CClass& type : types) {
+        m_lines.emplace(type.m_name, type.m_line);
+    }
+}
+
+void AccessorCheck::add(const CClass& type, const std::string& reason)
+{
+    m_faults.push_back({type.m_line, reason});
+}
+
+// Whether the name is the macro that guards a type's header.
+bool AccessorCheck::isGuard(std::string_view name) const
+{
+    return name.ends_with("_H") && m_lines.contains(name.substr(0, name.size() - 2));
+}
+
+std::string AccessorCheck::typeFault(const CClass& type) const
+{
+    const std::string_view name = type.m_name;
+    std::string fault = identifierFault(name);
+    if (!fault.empty()) {
+        return fault;
+    }
+    const bool isFunction = name.starts_with("add") && m_lines.contains(name.substr(3));
+    if (isTakenByFiles(name) || isFunction || isGuard(name)) {
+        return "is used by the generated code itself: expected another name";
+    }
+    if (isSystemHeader(name)) {
+        return fmt::format("would hide the header <{}.h>: expected another name", name);
+    }
+    const int line = m_lines.at(name);
+    return line == type.m_line
+               ? ""
+               : fmt::format("is declared in line {} already: expected it once", line);
+}
+
+void AccessorCheck::checkTypes()
+{
+    for (const CClass& type : m_types) {
+        const std::string fault = typeFault(type);
+        if (!fault.empty()) {
+            add(type, fmt::format("the type name {:?} {}", type.m_name, fault));
+        }
+    }
+}
+
+std::string AccessorCheck::attributeFault(const CClass& type, std::size_t place) const
+{
+    const std::vector<std::string>& names = type.m_attributeNames;
+    const std::string& name = names[place];
+    std::string fault = identifierFault(name);
+    if (!fault.empty()) {
+        return fault;
+    }
+    const auto end = names.begin() + static_cast<std::ptrdiff_t>(place);
+    if (std::find(names.begin(), end, name) != end) {
+        return "is declared twice: expected it once";
+    }
+    const bool isHistory = name.starts_with("h_") &&
+                           std::find(names.begin(), names.end(), name.substr(2)) != names.end();
+    if (isHistory || name == type.m_name || isGuard(name)) {
+        return "is used by the generated code itself: expected another name";
+    }
+    const std::string& tag = type.m_attributeTypes[place];
+    return valueClassOf(tag).empty()
+               ? fmt::format("has the unknown type {:?}: expected a tag such as DOUBLE", tag)
+               : "";
+}
+
+void AccessorCheck::checkAttributes()
+{
+    for (const CClass& type : m_types) {
+        for (std::size_t i = 0; i < type.m_attributeNames.size(); ++i) {
+            const std::string fault = attributeFault(type, i);
+            if (!fault.empty()) {
+                add(type,
+                    fmt::format(
+                        "the attribute {:?} of {:?} {}",
+                        type.m_attributeNames[i],
+                        type.m_name,
+                        fault));
+            }
+        }
+    }
+}
+
+void AccessorCheck::checkParents()
+{
+    for (const ObjectTypeFault& fault : objectTypeFaults(m_types)) {
+        m_faults.push_back(
+            {fault.line,
+             fault.reason + ": expected a line of declared parents that ends at Agent"});
+    }
+}
+
+std::vector<std::string> AccessorCheck::problems()
+{
+    std::stable_sort(m_faults.begin(), m_faults.end(), [](const auto& a, const auto& b) {
+        return a.line < b.line;
+    });
+    std::vector<std::string> lines;
+    std::transform(
+        m_faults.begin(),
+        m_faults.end(),
+        std::back_inserter(lines),
+        [this](const ObjectTypeFault& fault) {
+            return fmt::format("{}:{}: {}", m_fileName, fault.line, fault.reason);
+        });
+    return lines;
+}
+
+} // namespace
+
+std::vector<std::string> accessorProblems(
+    const std::string& fileName, const std::vector<CClass>& types, bool areAttributesWritten)
+{
+    if (types.empty()) {
+        return {fileName + ": no class is declared: expected a line such as class Person {"};
+    }
+    AccessorCheck check(fileName, types);
+    check.checkTypes();
+    if (areAttributesWritten) {
+        check.checkAttributes();
+    }
+    check.checkParents();
+    return check.problems();
+}
+
+} // namespace scenariomatch

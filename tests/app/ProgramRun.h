@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+
+namespace scenariomatch
+{
+
+inline const std::string kProgram = SCENARIOMATCH_BUILD_BIN "/scenariomatch";
+
+// A path that no other test uses.
+inline std::string temporary(const std::string& name)
+{
+    return testing::TempDir() + "/" +
+           testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
+}
+
+inline std::string contentOf(const std::string& path)
+{
+    std::stringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+struct Outcome
+{
+    int status = -1;
+    std::string out;
+    std::string talk;
+};
+
+// Runs the program through the shell, after what stands in front of its name.
+inline Outcome runProgram(const std::string& arguments, const std::string& before = "")
+{
+    const std::string out = temporary("out");
+    const std::string talk = temporary("talk");
+    const int status =
+        // NOLINTNEXTLINE(cert-env33-c): pipes and redirections are the shell's
+        std::system((before + kProgram + " " + arguments + " >" + out + " 2>" + talk).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
+}
+
+} // namespace scenariomatch
