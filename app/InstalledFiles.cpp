@@ -26,6 +26,11 @@ std::filesystem::path libraryFolder()
                                                            : base / "lib" / "scenariomatch";
 }
 
+std::filesystem::path dataFolder()
+{
+    return programFolder().parent_path() / "share" / "scenariomatch";
+}
+
 } // namespace
 
 std::filesystem::path installedPluginPath()
@@ -41,7 +46,12 @@ std::filesystem::path installedOperatorFolder()
 
 std::filesystem::path installedVocabulary()
 {
-    return programFolder().parent_path() / "share" / "scenariomatch" / "vocabulary.txt";
+    return dataFolder() / "vocabulary.txt";
+}
+
+std::filesystem::path installedOperatorTemplate()
+{
+    return dataFolder() / "templates" / "operator";
 }
 
 } // namespace scenariomatch

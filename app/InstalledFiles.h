@@ -17,4 +17,7 @@ std::filesystem::path installedOperatorFolder();
 // The operator description that is used where a parameter file names none.
 std::filesystem::path installedVocabulary();
 
+// The project that the command "new operator" writes under another name.
+std::filesystem::path installedOperatorTemplate();
+
 } // namespace scenariomatch

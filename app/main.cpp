@@ -1,5 +1,7 @@
 #include "app/ExitStatus.h"
 #include "app/GenerateCommand.h"
+#include "app/InstalledFiles.h"
+#include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
 #include "app/RunCommand.h"
 #include "app/SynthCommand.h"
@@ -49,6 +51,8 @@ int runProgram(int argc, char** argv)
     const CLI::App* const synth = addSynthCommand(program, synthOptions);
     addOperatorsCommand(program, operatorsOptions);
     const CLI::App* const generate = addGenerateCommand(program, generateOptions);
+    scenariomatch::NewOperatorOptions newOptions;
+    const CLI::App* const newOperator = addNewCommand(program, newOptions);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -62,6 +66,9 @@ int runProgram(int argc, char** argv)
     }
     if (generate->parsed()) {
         return runGenerate(generateOptions, std::cout, std::cerr);
+    }
+    if (newOperator->parsed()) {
+        return runNewOperator(newOptions, scenariomatch::installedOperatorTemplate(), std::cerr);
     }
     return runOperators(operatorsOptions, std::cout, std::cerr);
 }

@@ -86,3 +86,5 @@ endforeach()
 set(documents "${CMAKE_INSTALL_DATADIR}/doc/scenariomatch")
 install(FILES README.md DESTINATION "${documents}" COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION "${documents}" COMPONENT documentation)
+install(DIRECTORY tests/consumers/host tests/consumers/engine
+    DESTINATION "${documents}/examples/embedding" COMPONENT documentation)

@@ -10,7 +10,6 @@ endif()
 if(NOT DEFINED SCENARIOMATCH_VERSION_MAJOR)
     set(SCENARIOMATCH_VERSION_MAJOR "${PROJECT_VERSION_MAJOR}")
 endif()
-set(SCENARIOMATCH_OPERATOR_SUBDIR "scenariomatch/operators")
 
 # scenariomatch_operator_abi(variable)
 #
@@ -52,8 +51,9 @@ endfunction()
 # scenariomatch_add_operator(NAME name SOURCES file... [TEST file...] [OUTPUT_DIRECTORY dir] [NO_INSTALL])
 #
 # Builds one operator plug-in (a module with one root object that implements CSOperatorInterfaceAbstract), names its
-# file after NAME and installs it where the program looks for operators. It is built into the folder operators/ of the
-# project's build folder, unless OUTPUT_DIRECTORY or the variable SCENARIOMATCH_OPERATOR_OUTPUT_DIRECTORY says otherwise.
+# file after NAME and installs it where the program looks for operators (SCENARIOMATCH_OPERATOR_DESTINATION). It is built
+# into the folder operators/ of the project's build folder, unless OUTPUT_DIRECTORY or the variable
+# SCENARIOMATCH_OPERATOR_OUTPUT_DIRECTORY says otherwise.
 # TEST builds a program that finds that folder under the name OPERATOR_FOLDER, and has CTest run it.
 function(scenariomatch_add_operator)
     cmake_parse_arguments(PARSE_ARGV 0 arg "NO_INSTALL" "NAME;OUTPUT_DIRECTORY" "SOURCES;TEST")
@@ -81,9 +81,7 @@ function(scenariomatch_add_operator)
         LIBRARY_OUTPUT_DIRECTORY "${arg_OUTPUT_DIRECTORY}")
     scenariomatch_tag_operator(${target})
     if(NOT arg_NO_INSTALL)
-        include(GNUInstallDirs)
-        install(TARGETS ${target}
-            LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/${SCENARIOMATCH_OPERATOR_SUBDIR}" COMPONENT runtime)
+        install(TARGETS ${target} LIBRARY DESTINATION "${SCENARIOMATCH_OPERATOR_DESTINATION}" COMPONENT runtime)
     endif()
     if(arg_TEST)
         set(test ${arg_NAME}_test)

@@ -1,0 +1,190 @@
+#include "app/NewCommand.h"
+
+#include "app/ExitStatus.h"
+#include "types/TextFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// The template is a project of its own, which the tests build; this is what it is called.
+constexpr std::string_view kTemplateName = "LeftOf";
+constexpr std::array<std::string_view, 3> kTemplateFiles{
+    "CMakeLists.txt", "LeftOf.cpp", "LeftOfTest.cpp"};
+
+constexpr auto kWordsOfTheLanguage =
+    std::to_array<std::string_view>({"alignas",       "alignof",     "and",
+                                     "and_eq",        "asm",         "auto",
+                                     "bitand",        "bitor",       "bool",
+                                     "break",         "case",        "catch",
+                                     "char",          "char16_t",    "char32_t",
+                                     "char8_t",       "class",       "co_await",
+                                     "co_return",     "co_yield",    "compl",
+                                     "concept",       "const",       "const_cast",
+                                     "consteval",     "constexpr",   "constinit",
+                                     "continue",      "decltype",    "default",
+                                     "delete",        "do",          "double",
+                                     "dynamic_cast",  "else",        "enum",
+                                     "explicit",      "export",      "extern",
+                                     "false",         "float",       "for",
+                                     "friend",        "goto",        "if",
+                                     "inline",        "int",         "long",
+                                     "mutable",       "namespace",   "new",
+                                     "noexcept",      "not",         "not_eq",
+                                     "nullptr",       "operator",    "or",
+                                     "or_eq",         "private",     "protected",
+                                     "public",        "register",    "reinterpret_cast",
+                                     "requires",      "return",      "short",
+                                     "signed",        "sizeof",      "static",
+                                     "static_assert", "static_cast", "struct",
+                                     "switch",        "template",    "this",
+                                     "thread_local",  "throw",       "true",
+                                     "try",           "typedef",     "typeid",
+                                     "typename",      "union",       "unsigned",
+                                     "using",         "virtual",     "void",
+                                     "volatile",      "wchar_t",     "while",
+                                     "xor",           "xor_eq"});
+
+struct NewFile
+{
+    std::filesystem::path path;
+    std::string text;
+};
+
+std::string renamed(std::string text, const std::string& name)
+{
+    for (std::size_t at = text.find(kTemplateName); at != std::string::npos;
+         at = text.find(kTemplateName, at + name.size())) {
+        text.replace(at, kTemplateName.size(), name);
+    }
+    return text;
+}
+
+// Nothing when the template is not complete.
+std::vector<NewFile> filesOf(
+    const std::filesystem::path& templateFolder,
+    const std::filesystem::path& folder,
+    const std::string& name)
+{
+    std::vector<NewFile> files;
+    for (const std::string_view file : kTemplateFiles) {
+        const std::optional<std::string> text = readTextFile((templateFolder / file).string());
+        if (!text) {
+            return {};
+        }
+        files.push_back({folder / renamed(std::string(file), name), renamed(*text, name)});
+    }
+    return files;
+}
+
+// Never over a file that is there.
+bool writeNew(const NewFile& file)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
+        std::fopen(file.path.c_str(), "wbx"), std::fclose);
+    return stream != nullptr &&
+           std::fwrite(file.text.data(), 1, file.text.size(), stream.get()) == file.text.size() &&
+           std::fflush(stream.get()) == 0;
+}
+
+// Empty when all files are written.
+std::string writeAll(const std::vector<NewFile>& files, const std::filesystem::path& folder)
+{
+    std::error_code error;
+    for (const NewFile& file : files) {
+        if (std::filesystem::exists(std::filesystem::symlink_status(file.path, error))) {
+            return file.path.string() + " is there already; nothing is written";
+        }
+    }
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        return "cannot make " + folder.string() + ": " + error.message();
+    }
+    for (const NewFile& file : files) {
+        if (!writeNew(file)) {
+            return "cannot write " + file.path.string() + ": " + std::strerror(errno);
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+bool isClassName(const std::string& name)
+{
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    return !name.empty() && isLetter(name.front()) &&
+           std::all_of(
+               name.begin(),
+               name.end(),
+               [&](char c) { return isLetter(c) || isDigit(c) || c == '_'; }) &&
+           name.find("__") == std::string::npos &&
+           std::find(kWordsOfTheLanguage.begin(), kWordsOfTheLanguage.end(), name) ==
+               kWordsOfTheLanguage.end();
+}
+
+CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options)
+{
+    CLI::App* const command = program.add_subcommand("new", "Write a project to begin with");
+    command->require_subcommand(1);
+    command->footer("Examples:\n"
+                    "  scenariomatch new operator LeftOf\n"
+                    "  scenariomatch new operator Faster --output my-operators/faster");
+    CLI::App* const made =
+        command->add_subcommand("operator", "Write an operator with its test, ready to build");
+    made->add_option("NAME", options.name, "Name of the operator, its class and its file")
+        ->required();
+    made->add_option("--output", options.output, "Folder to write into; default: NAME")
+        ->type_name("FOLDER");
+    made->footer("Examples:\n"
+                 "  scenariomatch new operator LeftOf\n"
+                 "  scenariomatch new operator Faster --output my-operators/faster");
+    return made;
+}
+
+int runNewOperator(
+    const NewOperatorOptions& options,
+    const std::filesystem::path& templateFolder,
+    std::ostream& talk)
+{
+    talk << "scenariomatch new operator: ";
+    if (!isClassName(options.name)) {
+        talk << '"' << options.name
+             << "\" is no name for a class: it takes letters, digits and single underscores, "
+                "begins with a letter and is no word of C++\n";
+        return kExitUsage;
+    }
+    const std::filesystem::path folder = options.output.empty() ? options.name : options.output;
+    const std::vector<NewFile> files = filesOf(templateFolder, folder, options.name);
+    if (files.empty()) {
+        talk << "no template in " << templateFolder.string() << '\n';
+        return kExitModel;
+    }
+    const std::string fault = writeAll(files, folder);
+    if (!fault.empty()) {
+        talk << fault << '\n';
+        return kExitOutput;
+    }
+    const std::string where = folder.string();
+    talk << options.name << " is in " << where << "; build and test it with\n  cmake -S " << where
+         << " -B " << where << "/build && cmake --build " << where << "/build && ctest --test-dir "
+         << where << "/build\n";
+    return kExitDone;
+}
+
+} // namespace scenariomatch

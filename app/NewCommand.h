@@ -1,0 +1,34 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iosfwd>
+#include <string>
+
+namespace scenariomatch
+{
+
+// What the command "new operator" is told.
+struct NewOperatorOptions
+{
+    // The name of the operator, of its class and of its file.
+    std::string name;
+    // The folder to write into; empty for a new one of that name.
+    std::string output;
+};
+
+// Whether a class of C++ may have this name: ASCII letters, digits and underscores, none of them in
+// the places that are kept for compilers, and no word of the language.
+bool isClassName(const std::string& name);
+
+// Adds the command to the program's command line; parsing fills the options, which must outlive it.
+CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options);
+
+// Writes a project with an operator and its test, made from those in the template folder under
+// another name. Writes nothing where one of its files is there already. Returns the exit status.
+int runNewOperator(
+    const NewOperatorOptions& options,
+    const std::filesystem::path& templateFolder,
+    std::ostream& talk);
+
+} // namespace scenariomatch

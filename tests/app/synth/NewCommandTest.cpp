@@ -1,0 +1,173 @@
+#include "app/NewCommand.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+std::string textOf(const std::filesystem::path& file)
+{
+    std::ostringstream text;
+    text << std::ifstream(file).rdbuf();
+    return text.str();
+}
+
+class NewCommand : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "new-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        m_folder = name;
+    }
+
+    void TearDown() override { std::filesystem::remove_all(m_folder); }
+
+    // Returns the status; what is said is kept.
+    int write(const std::string& name, const std::string& output)
+    {
+        std::ostringstream talk;
+        const int status = runNewOperator({name, output}, SYNTH_TEST_TEMPLATE, talk);
+        m_talk = talk.str();
+        return status;
+    }
+
+    std::filesystem::path m_folder;
+    std::string m_talk;
+};
+
+} // namespace
+
+TEST_F(NewCommand, WritesAnOperatorWithItsTest)
+{
+    const std::string folder = (m_folder / "deep/inside").string();
+    EXPECT_EQ(write("Faster", folder), 0);
+    EXPECT_THAT(
+        textOf(folder + "/CMakeLists.txt"),
+        testing::HasSubstr(
+            "scenariomatch_add_operator(NAME Faster SOURCES Faster.cpp TEST FasterTest.cpp)"));
+    EXPECT_THAT(
+        textOf(folder + "/Faster.cpp"), testing::HasSubstr("class Faster : public QObject"));
+    EXPECT_THAT(textOf(folder + "/Faster.cpp"), testing::HasSubstr("#include \"Faster.moc\""));
+    EXPECT_THAT(textOf(folder + "/FasterTest.cpp"), testing::HasSubstr("find(\"Faster\")"));
+    for (const char* const file : {"/CMakeLists.txt", "/Faster.cpp", "/FasterTest.cpp"}) {
+        EXPECT_THAT(textOf(folder + file), testing::Not(testing::HasSubstr("LeftOf")));
+    }
+    EXPECT_EQ(
+        m_talk,
+        "scenariomatch new operator: Faster is in " + folder +
+            "; build and test it with\n  cmake -S " + folder + " -B " + folder +
+            "/build && cmake --build " + folder + "/build && ctest --test-dir " + folder +
+            "/build\n");
+}
+
+TEST_F(NewCommand, WritesTheTemplateItselfUnderItsOwnName)
+{
+    EXPECT_EQ(write("LeftOf", m_folder.string()), 0);
+    for (const char* const file : {"CMakeLists.txt", "LeftOf.cpp", "LeftOfTest.cpp"}) {
+        const std::filesystem::path original = std::filesystem::path(SYNTH_TEST_TEMPLATE) / file;
+        ASSERT_TRUE(std::filesystem::exists(original));
+        EXPECT_EQ(textOf(m_folder / file), textOf(original));
+    }
+}
+
+TEST_F(NewCommand, KeepsTheBuildFileToSixLines)
+{
+    const std::string text = textOf(SYNTH_TEST_TEMPLATE "/CMakeLists.txt");
+    EXPECT_LE(std::count(text.begin(), text.end(), '\n'), 6);
+}
+
+TEST_F(NewCommand, OverwritesNothing)
+{
+    const std::filesystem::path mine = m_folder / "FasterTest.cpp";
+    std::ofstream(mine) << "mine\n";
+    EXPECT_EQ(write("Faster", m_folder.string()), 6);
+    EXPECT_EQ(
+        m_talk,
+        "scenariomatch new operator: " + mine.string() + " is there already; nothing is written\n");
+    EXPECT_EQ(textOf(mine), "mine\n");
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "Faster.cpp"));
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "CMakeLists.txt"));
+}
+
+TEST_F(NewCommand, FollowsNoLinkToWrite)
+{
+    std::filesystem::create_symlink(m_folder / "elsewhere", m_folder / "Faster.cpp");
+    EXPECT_EQ(write("Faster", m_folder.string()), 6);
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "elsewhere"));
+}
+
+TEST_F(NewCommand, SaysWhereItCannotWrite)
+{
+    std::ofstream(m_folder / "file") << "no folder\n";
+    const std::string folder = (m_folder / "file/inside").string();
+    EXPECT_EQ(write("Faster", folder), 6);
+    EXPECT_EQ(m_talk, "scenariomatch new operator: cannot make " + folder + ": Not a directory\n");
+}
+
+TEST_F(NewCommand, RefusesWhatIsNoNameOfAClass)
+{
+    for (const std::string name :
+         {"",
+          "2fast",
+          "a-b",
+          "a b",
+          "../up",
+          "Left/Of",
+          "class",
+          "and",
+          "co_await",
+          "a__b",
+          "_Fast",
+          "Größer",
+          "a.b",
+          "x;y",
+          "constinit"}) {
+        EXPECT_FALSE(isClassName(name)) << name;
+        EXPECT_EQ(write(name, m_folder.string()), 2) << name;
+        EXPECT_EQ(
+            m_talk,
+            "scenariomatch new operator: \"" + name +
+                "\" is no name for a class: it takes letters, digits and single underscores, "
+                "begins with a letter and is no word of C++\n");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+    for (const std::string name : {"Faster", "x", "left_of", "Near2", "Class", "a_b_"}) {
+        EXPECT_TRUE(isClassName(name)) << name;
+    }
+}
+
+TEST_F(NewCommand, SaysThatThereIsNoTemplate)
+{
+    std::ostringstream talk;
+    EXPECT_EQ(runNewOperator({"Faster", m_folder.string()}, "/nowhere/at/all", talk), 3);
+    EXPECT_EQ(talk.str(), "scenariomatch new operator: no template in /nowhere/at/all\n");
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+}
+
+TEST(NewCommandLine, TakesNameAndFolder)
+{
+    CLI::App program;
+    NewOperatorOptions options;
+    const CLI::App* const command = addNewCommand(program, options);
+    program.parse("new operator Faster --output some/where");
+    EXPECT_TRUE(command->parsed());
+    EXPECT_EQ(options.name, "Faster");
+    EXPECT_EQ(options.output, "some/where");
+    EXPECT_THROW(program.parse("new operator"), CLI::RequiredError);
+    EXPECT_THROW(program.parse("new"), CLI::RequiredError);
+}
+
+} // namespace scenariomatch
