@@ -3,21 +3,54 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <sys/wait.h>
+#include <system_error>
 
 namespace scenariomatch
 {
 
 inline const std::string kProgram = SCENARIOMATCH_BUILD_BIN "/scenariomatch";
 
+// A folder that only this process uses; it disappears with the process.
+class RunFolder
+{
+public:
+    RunFolder()
+        : m_path(testing::TempDir() + "/scenariomatch-XXXXXX")
+    {
+        if (mkdtemp(m_path.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder: " + m_path);
+        }
+    }
+
+    RunFolder(const RunFolder&) = delete;
+    RunFolder(RunFolder&&) = delete;
+    RunFolder& operator=(const RunFolder&) = delete;
+    RunFolder& operator=(RunFolder&&) = delete;
+
+    ~RunFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+
+    const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
 // A path that no other test uses.
 inline std::string temporary(const std::string& name)
 {
-    return testing::TempDir() + "/" +
-           testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
+    static const RunFolder folder;
+    return folder.path() + "/" + testing::UnitTest::GetInstance()->current_test_info()->name() +
+           "-" + name;
 }
 
 inline std::string contentOf(const std::string& path)
