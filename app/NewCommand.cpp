@@ -1,9 +1,9 @@
 #include "app/NewCommand.h"
 
+#include "app/CppNames.h"
 #include "app/ExitStatus.h"
 #include "types/TextFile.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -25,39 +25,6 @@ namespace
 constexpr std::string_view kTemplateName = "LeftOf";
 constexpr std::array<std::string_view, 3> kTemplateFiles{
     "CMakeLists.txt", "LeftOf.cpp", "LeftOfTest.cpp"};
-
-constexpr auto kWordsOfTheLanguage =
-    std::to_array<std::string_view>({"alignas",       "alignof",     "and",
-                                     "and_eq",        "asm",         "auto",
-                                     "bitand",        "bitor",       "bool",
-                                     "break",         "case",        "catch",
-                                     "char",          "char16_t",    "char32_t",
-                                     "char8_t",       "class",       "co_await",
-                                     "co_return",     "co_yield",    "compl",
-                                     "concept",       "const",       "const_cast",
-                                     "consteval",     "constexpr",   "constinit",
-                                     "continue",      "decltype",    "default",
-                                     "delete",        "do",          "double",
-                                     "dynamic_cast",  "else",        "enum",
-                                     "explicit",      "export",      "extern",
-                                     "false",         "float",       "for",
-                                     "friend",        "goto",        "if",
-                                     "inline",        "int",         "long",
-                                     "mutable",       "namespace",   "new",
-                                     "noexcept",      "not",         "not_eq",
-                                     "nullptr",       "operator",    "or",
-                                     "or_eq",         "private",     "protected",
-                                     "public",        "register",    "reinterpret_cast",
-                                     "requires",      "return",      "short",
-                                     "signed",        "sizeof",      "static",
-                                     "static_assert", "static_cast", "struct",
-                                     "switch",        "template",    "this",
-                                     "thread_local",  "throw",       "true",
-                                     "try",           "typedef",     "typeid",
-                                     "typename",      "union",       "unsigned",
-                                     "using",         "virtual",     "void",
-                                     "volatile",      "wchar_t",     "while",
-                                     "xor",           "xor_eq"});
 
 struct NewFile
 {
@@ -124,20 +91,6 @@ std::string writeAll(const std::vector<NewFile>& files, const std::filesystem::p
 
 } // namespace
 
-bool isClassName(const std::string& name)
-{
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    return !name.empty() && isLetter(name.front()) &&
-           std::all_of(
-               name.begin(),
-               name.end(),
-               [&](char c) { return isLetter(c) || isDigit(c) || c == '_'; }) &&
-           name.find("__") == std::string::npos &&
-           std::find(kWordsOfTheLanguage.begin(), kWordsOfTheLanguage.end(), name) ==
-               kWordsOfTheLanguage.end();
-}
-
 CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options)
 {
     CLI::App* const command = program.add_subcommand("new", "Write a project to begin with");
@@ -163,10 +116,9 @@ int runNewOperator(
     std::ostream& talk)
 {
     talk << "scenariomatch new operator: ";
-    if (!isClassName(options.name)) {
-        talk << '"' << options.name
-             << "\" is no name for a class: it takes letters, digits and single underscores, "
-                "begins with a letter and is no word of C++\n";
+    const std::string nameFault = cppNameFault(options.name);
+    if (!nameFault.empty()) {
+        talk << '"' << options.name << "\" " << nameFault << '\n';
         return kExitUsage;
     }
     const std::filesystem::path folder = options.output.empty() ? options.name : options.output;

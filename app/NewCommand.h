@@ -17,10 +17,6 @@ struct NewOperatorOptions
     std::string output;
 };
 
-// Whether a class of C++ may have this name: ASCII letters, digits and underscores, none of them in
-// the places that are kept for compilers, and no word of the language.
-bool isClassName(const std::string& name);
-
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.
 CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options);
 
