@@ -48,29 +48,43 @@ std::string refusal(const QPluginLoader& loader)
 }
 
 // Keeps Qt from printing warnings of its own about files that are no sound plug-ins, while it
-// lives; whatever else is logged goes where it went before.
+// lives; whatever else is logged goes where it went before. Of several at a time the first does it.
 class QuietLoading
 {
 public:
-    QuietLoading() { previousHandler = qInstallMessageHandler(handle); }
+    QuietLoading()
+    {
+        const QtMessageHandler before = qInstallMessageHandler(handle);
+        m_isFirst = before != handle;
+        if (m_isFirst) {
+            previousHandler = before;
+        }
+    }
 
     QuietLoading(const QuietLoading&) = delete;
     QuietLoading(QuietLoading&&) = delete;
     QuietLoading& operator=(const QuietLoading&) = delete;
     QuietLoading& operator=(QuietLoading&&) = delete;
 
-    ~QuietLoading() { qInstallMessageHandler(previousHandler); }
+    ~QuietLoading()
+    {
+        if (m_isFirst) {
+            qInstallMessageHandler(previousHandler);
+        }
+    }
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
     {
-        const bool isLoader = std::string_view(context.category) == "qt.core.plugin.loader";
+        const bool isLoader = context.category != nullptr &&
+                              std::string_view(context.category) == "qt.core.plugin.loader";
         if (!isLoader || type != QtWarningMsg) {
             previousHandler.load()(type, context, text);
         }
     }
 
     static std::atomic<QtMessageHandler> previousHandler;
+    bool m_isFirst = false;
 };
 
 std::atomic<QtMessageHandler> QuietLoading::previousHandler = nullptr;

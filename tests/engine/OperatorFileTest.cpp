@@ -3,6 +3,9 @@
 #include "tests/engine/EngineFixture.h"
 #include "types/OperatorAbi.h"
 
+#include <QString>
+#include <QtGlobal>
+
 #include <gmock/gmock.h>
 
 #include <cstdlib>
@@ -148,6 +151,21 @@ TEST_F(OperatorFileTest, SaysWhatTheLoaderMisses)
 {
     EXPECT_THAT(
         load(pluginFile("missing_symbol")), testing::HasSubstr("undefined symbol: nobodyHasThis"));
+}
+
+TEST_F(OperatorFileTest, KeepsOtherPeoplesMessagesAndTheirHandler)
+{
+    static std::string logged;
+    logged.clear();
+    const auto log = [](QtMsgType, const QMessageLogContext&, const QString& text) {
+        logged += text.toStdString();
+    };
+    const QtMessageHandler before = qInstallMessageHandler(log);
+    EXPECT_EQ(load(m_folder.write("empty.so", "")), "it is no plug-in");
+    EXPECT_EQ(logged, "");
+    EXPECT_EQ(load(SCENARIOMATCH_TEST_PLUGINS "/logging/logs_at_start.so"), "logs_at_start");
+    EXPECT_EQ(logged, "an operator is made");
+    EXPECT_EQ(qInstallMessageHandler(before), static_cast<QtMessageHandler>(log));
 }
 
 TEST_F(OperatorFileTest, LetsTheEngineLoadWhatIsSoundInSilence)
