@@ -4,6 +4,7 @@
 #include "app/ExitStatus.h"
 #include "types/TextFile.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -66,6 +67,23 @@ bool writeNew(const NewFile& file)
     return stream != nullptr &&
            std::fwrite(file.text.data(), 1, file.text.size(), stream.get()) == file.text.size() &&
            std::fflush(stream.get()) == 0;
+}
+
+// As a shell takes it for one word.
+std::string shellWord(const std::string& text)
+{
+    const auto isPlain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("_./-").find(c) != std::string_view::npos;
+    };
+    if (std::all_of(text.begin(), text.end(), isPlain)) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return word + "'";
 }
 
 // Empty when all files are written.
@@ -132,7 +150,7 @@ int runNewOperator(
         talk << fault << '\n';
         return kExitOutput;
     }
-    const std::string where = folder.string();
+    const std::string where = shellWord(folder.string());
     talk << options.name << " is in " << where << "; build and test it with\n  cmake -S " << where
          << " -B " << where << "/build && cmake --build " << where << "/build && ctest --test-dir "
          << where << "/build\n";

@@ -73,6 +73,15 @@ TEST_F(NewCommand, WritesAnOperatorWithItsTest)
             "/build\n");
 }
 
+TEST_F(NewCommand, PrintsCommandsThatAShellUnderstands)
+{
+    EXPECT_EQ(write("Faster", (m_folder / "what's new").string()), 0);
+    EXPECT_THAT(
+        m_talk,
+        testing::HasSubstr(
+            " && ctest --test-dir '" + m_folder.string() + "/what'\\''s new'/build\n"));
+}
+
 TEST_F(NewCommand, WritesTheTemplateItselfUnderItsOwnName)
 {
     EXPECT_EQ(write("LeftOf", m_folder.string()), 0);
