@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <string_view>
+
 namespace scenariomatch
 {
 
@@ -13,5 +16,25 @@ constexpr int kExitModel = 3;
 constexpr int kExitTracks = 4;
 constexpr int kExitPlugin = 5;
 constexpr int kExitOutput = 6;
+
+// A status, and what it means in the program's help.
+struct ExitMeaning
+{
+    int status;
+    std::string_view meaning;
+};
+
+constexpr std::array<ExitMeaning, 7> kExitMeanings{
+    {{kExitDone, "done"},
+     {kExitNo, "the answer is no: problems were found, or nothing matched what was asked"},
+     {kExitUsage,
+      "usage: an option is wrong or missing, or an output would overwrite an input or another "
+      "output"},
+     {kExitModel, "a model, parameter, scene or object-type file cannot be used"},
+     {kExitTracks, "the tracks cannot be used, or --strict stopped"},
+     {kExitPlugin, "a plug-in cannot be loaded, or there are no operators"},
+     {kExitOutput,
+      "the output cannot be written, the XML event file included; what generate would write is "
+      "there already"}}};
 
 } // namespace scenariomatch

@@ -129,7 +129,7 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
         ->type_name("FILE")
         ->required();
     command->add_option("--output", options.output, "Folder to write to; made where it is missing")
-        ->type_name("DIR")
+        ->type_name("FOLDER")
         ->required();
     const Choices<GeneratedPart> parts{
         {"types", GeneratedPart::Types},
@@ -141,8 +141,7 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
         options.part,
         parts,
         "Only the types' classes (types), the functions over them (accessor) or the skeleton that "
-        "converts objects (conversion)")
-        ->type_name("PART");
+        "converts objects (conversion)");
     command->add_flag("--force", options.isForced, "Write over files that are there");
     command->footer(
         "Examples:\n"

@@ -178,12 +178,13 @@ bool hasPluginFile(const std::string& path)
 CLI::App* addOperatorsCommand(CLI::App& program, OperatorsOptions& options)
 {
     CLI::App* const command = program.add_subcommand("operators", "List operators");
-    command->add_option(
-        "--path", options.path, "Folder of operator modules; default: the installed ones");
+    command
+        ->add_option(
+            "--path", options.path, "Folder of operator modules; default: the installed ones")
+        ->type_name("FOLDER");
     const Choices<OperatorsFormat> formats{
         {"text", OperatorsFormat::Text}, {"json", OperatorsFormat::Json}};
-    addChoice(*command, "--format", options.format, formats, "text (default) or json")
-        ->type_name("FORMAT");
+    addChoice(*command, "--format", options.format, formats, "Format of the list (default: text)");
     command->footer("Examples:\n"
                     "  scenariomatch operators\n"
                     "  scenariomatch operators --format json");

@@ -18,7 +18,8 @@ CLI::Validator oneOf(const std::vector<std::string>& names);
 template <typename Value>
 using Choices = std::vector<std::pair<std::string, Value>>;
 
-// Adds an option that takes one of the names and stores its value.
+// Adds an option that takes one of the names and stores its value. Help shows the names, with a bar
+// between them, in the value's place.
 template <typename Value>
 CLI::Option* addChoice(
     CLI::App& command,
@@ -39,6 +40,7 @@ CLI::Option* addChoice(
         }
     };
     return command.add_option_function<std::string>(option, store, description)
+        ->type_name(CLI::detail::join(names, "|"))
         ->check(oneOf(names));
 }
 

@@ -22,17 +22,18 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
         {"mot", TrackFormat::Mot},
         {"cvml", TrackFormat::Cvml},
         {"trajectory", TrackFormat::Trajectory}};
-    command.add_option(
-        "--tracks",
-        options.tracks,
-        "Tracks, plain or gzip; - is standard input (REQUIRED, but for --print-plan)");
+    command
+        .add_option(
+            "--tracks",
+            options.tracks,
+            "Tracks, plain or gzip; - is standard input (REQUIRED, but for --print-plan)")
+        ->type_name("FILE");
     addChoice(
         command,
         "--format",
         options.format,
         formats,
-        "auto (default: told by the content), jsonl, mot, cvml or trajectory")
-        ->type_name("FORMAT");
+        "Format of the tracks; auto (default) tells it by the content");
     command
         .add_option("--fps", options.framesPerSecond, "Frames per second of tracks without a clock")
         ->check(numberBetween(kLeastRate, kMostRate, "a number from 0.000001 to 1000000"));
@@ -49,10 +50,12 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
             std::numeric_limits<double>::denorm_min(),
             std::numeric_limits<double>::max(),
             "a finite number greater than 0"));
-    command.add_option(
-        "--homography",
-        options.homography,
-        "OpenCV file with a 3x3 matrix from pixels to metres on the ground");
+    command
+        .add_option(
+            "--homography",
+            options.homography,
+            "OpenCV file with a 3x3 matrix from pixels to metres on the ground")
+        ->type_name("FILE");
     command.add_option("--type", options.type, "Type of objects whose tracks name none (PERSON)")
         ->type_name("NAME");
     command.add_flag("--strict", options.isStrict, "Stop at the first malformed line (status 4)");
@@ -61,6 +64,7 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
 void addParameterOptions(CLI::App& command, RunOptions& options)
 {
     command.add_option("--params", options.parameterFile, "Parameter file (OpenCV's YAML or XML)")
+        ->type_name("FILE")
         ->required();
     command
         .add_option(
@@ -81,20 +85,29 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
         {"jsonl", EventFormat::JsonLines}, {"csv", EventFormat::Csv}, {"text", EventFormat::Text}};
     const Choices<ProgressMode> modes{
         {"auto", ProgressMode::Auto}, {"on", ProgressMode::On}, {"off", ProgressMode::Off}};
-    command.add_option(
-        "--events", options.events, "File for the events; - (default) is standard output");
+    command
+        .add_option(
+            "--events", options.events, "File for the events; - (default) is standard output")
+        ->type_name("FILE");
     addChoice(
-        command, "--events-format", options.eventFormat, formats, "jsonl (default), csv or text")
-        ->type_name("FORMAT");
+        command,
+        "--events-format",
+        options.eventFormat,
+        formats,
+        "Format of the events (default: jsonl)");
     command.add_flag(
         "--every-frame",
         options.isEveryFrame,
         "Write an event in every frame that it is recognised in, not once when it is over");
-    command.add_option(
-        "--trace", options.trace, "File for the plug-in's traces (dropped otherwise)");
+    command
+        .add_option("--trace", options.trace, "File for the plug-in's traces (dropped otherwise)")
+        ->type_name("FILE");
     addChoice(
-        command, "--progress", options.progress, modes, "auto (default: on a terminal), on or off")
-        ->type_name("MODE");
+        command,
+        "--progress",
+        options.progress,
+        modes,
+        "Whether progress is shown; auto (default) shows it on a terminal");
     command.add_flag(
         "--stats", options.hasStatistics, "Write figures of the run to standard error");
     command.add_flag(

@@ -52,8 +52,10 @@ CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
     CLI::App* const command =
         program.add_subcommand("synth", "Make tracks from a scene description");
     command->add_option("SCENE", options.scene, "Scene file (YAML, see docs/scenes.md)")
+        ->type_name("FILE")
         ->required();
     command->add_option("--output", options.output, "File to write; - is standard output")
+        ->type_name("FILE")
         ->capture_default_str();
     const Choices<TrackFormat> formats{
         {"jsonl", TrackFormat::JsonLines},
@@ -61,8 +63,7 @@ CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
         {"cvml", TrackFormat::Cvml},
         {"trajectory", TrackFormat::Trajectory}};
     addChoice(
-        *command, "--format", options.format, formats, "jsonl (default), mot, cvml or trajectory")
-        ->type_name("FORMAT");
+        *command, "--format", options.format, formats, "Format of the tracks (default: jsonl)");
     command->footer("Examples:\n"
                     "  scenariomatch synth examples/crowd/crowd20.yaml --output crowd20.jsonl\n"
                     "  scenariomatch synth examples/crowd/crowd20.yaml --format trajectory");

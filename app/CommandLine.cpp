@@ -1,0 +1,52 @@
+#include "app/CommandLine.h"
+
+#include "app/ExitStatus.h"
+
+#include <fmt/format.h>
+#include <string>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// Says which command was used wrongly.
+std::string usageText(const CLI::App* program, const CLI::Error& error)
+{
+    std::string command = program->get_name();
+    for (const CLI::App* const used : program->get_subcommands()) {
+        command += " " + used->get_name();
+    }
+    return command + ": " + error.what() + "\nRun with --help for more information.\n";
+}
+
+std::string exitStatusText()
+{
+    std::string text = "Exit status:\n";
+    for (const ExitMeaning& exit : kExitMeanings) {
+        text += fmt::format("  {}  {}\n", exit.status, exit.meaning);
+    }
+    return text;
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+    : program("Recognises events in tracked objects", "scenariomatch")
+    , run(addRunCommand(program, runOptions))
+    , synth(addSynthCommand(program, synthOptions))
+    , operators(addOperatorsCommand(program, operatorsOptions))
+    , generate(addGenerateCommand(program, generateOptions))
+    , newOperator(addNewCommand(program, newOperatorOptions))
+{
+    program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
+    program.require_subcommand(1);
+    program.failure_message(usageText);
+    program.footer(
+        exitStatusText() + "\nExamples:\n"
+                           "  scenariomatch run --help\n"
+                           "  scenariomatch operators");
+}
+
+} // namespace scenariomatch

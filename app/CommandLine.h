@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/GenerateCommand.h"
+#include "app/NewCommand.h"
+#include "app/OperatorsCommand.h"
+#include "app/RunOptions.h"
+#include "app/SynthCommand.h"
+
+#include <CLI/CLI.hpp>
+
+namespace scenariomatch
+{
+
+// The program's commands and their options: what parsing fills, what --help prints, and what manual
+// pages and completions are made from.
+//
+// Example:
+//     CommandLine line;
+//     line.program.parse(argc, argv);
+//     if (line.run->parsed()) {
+//         return runRun(line.runOptions, std::cout, std::cerr);
+//     }
+struct CommandLine
+{
+    CommandLine();
+
+    CLI::App program;
+    RunOptions runOptions;
+    SynthOptions synthOptions;
+    OperatorsOptions operatorsOptions;
+    GenerateOptions generateOptions;
+    NewOperatorOptions newOperatorOptions;
+    // The commands belong to the program.
+    const CLI::App* run;
+    const CLI::App* synth;
+    const CLI::App* operators;
+    const CLI::App* generate;
+    const CLI::App* newOperator;
+};
+
+} // namespace scenariomatch
