@@ -211,6 +211,7 @@ private:
     Recognition& preparedRecognition();
 
     // Primitive states
+    void recognisePrimitives(Seeds& seeds);
     void
     recogniseCandidate(const scenariomatch::PrimitivePlan& plan, Outcome& outcome, Seeds& seeds);
     bool isAccepted(const scenariomatch::PrimitivePlan& plan, double& confidence);

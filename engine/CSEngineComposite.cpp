@@ -4,6 +4,7 @@
 #include "engine/RecognitionObserver.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using scenariomatch::agentIdentifier;
@@ -83,7 +84,10 @@ void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesB
         completePending(pending, completed);
         if (!completed.empty()) {
             Instances& all = candidates[name];
-            all.insert(all.end(), completed.begin(), completed.end());
+            all.insert(
+                all.end(),
+                std::make_move_iterator(completed.begin()),
+                std::make_move_iterator(completed.end()));
         }
     }
 }

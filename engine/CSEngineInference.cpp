@@ -18,7 +18,9 @@ void CSEngine::infer()
     installFailureHandler();
     InstancesByModel newInstances;
     InstancesByModel candidates;
-    recognisePrimitiveState(newInstances);
+    // A frame with seeds has a first level of its own.
+    Seeds seeds{newInstances, &m_firstLevelCandidates};
+    recognisePrimitives(seeds);
     sortRecognisedScenarios();
     bool isFirstLevel = true;
     while (!newInstances.empty()) {
@@ -58,7 +60,7 @@ CSEngine::recordInstance(const std::shared_ptr<CSScenarioInstance>& instance, Ou
     for (const auto& [variable, agent] : instance->m_bindings) {
         recognition.participants.push_back(agentIdentifier(agent));
     }
-    auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
+    auto* earlier = m_recognition->recognised.findExtensible(
         *outcome.index, *instance, recognition.participants, {*m_currentTime, m_constProlongation});
     if (earlier != nullptr) {
         extendRecognised(*earlier, instance->m_confidence);

@@ -23,6 +23,19 @@ CConstraint::Bindings bindingsOf(const PrimitivePlan& plan)
     return bindings;
 }
 
+// The agents of the variables, null for one that the instance does not bind.
+std::vector<const std::shared_ptr<CSAgent>*>
+agentsOf(const CSScenarioInstance& instance, const std::vector<std::string>& variables)
+{
+    std::vector<const std::shared_ptr<CSAgent>*> agents;
+    agents.reserve(variables.size());
+    for (const std::string& variable : variables) {
+        const auto bound = instance.m_bindings.find(variable);
+        agents.push_back(bound == instance.m_bindings.end() ? nullptr : &bound->second);
+    }
+    return agents;
+}
+
 // A count that does not go beyond what an int can hold.
 int added(int count, std::uint64_t more)
 {
@@ -35,6 +48,12 @@ int added(int count, std::uint64_t more)
 
 void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
 {
+    Seeds seeds{newInstances};
+    recognisePrimitives(seeds);
+}
+
+void CSEngine::recognisePrimitives(Seeds& seeds)
+{
     m_statistics = {};
     Recognition& recognition = preparedRecognition();
     if (!m_currentTime) {
@@ -43,7 +62,6 @@ void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
     recognition.awake.startFrame(m_currentTime->m_frameID, m_agents);
     recognition.context->view.begin(recognition.awake.table(), *m_currentTime, m_objectTypes);
     recognition.context->shared.beginFrame();
-    Seeds seeds{newInstances};
     for (auto& [name, primitives] : recognition.primitives) {
         for (auto& [plan, outcome] : primitives) {
             const std::uint64_t candidates = plan.enumerate([&, &plan = plan, &outcome = *outcome] {
@@ -72,7 +90,8 @@ bool CSEngine::isAccepted(const PrimitivePlan& plan, double& confidence)
     for (std::size_t constraint = 0; constraint < plan.tested(); ++constraint) {
         confidence *= plan.confidence(constraint);
     }
-    if (!holdsRest(plan, confidence)) {
+    const bool isAllTested = plan.tested() == model.m_constraints.size();
+    if (!isAllTested && !holdsRest(plan, confidence)) {
         return false;
     }
     // A component of a primitive state is never bound, and a candidate with an unbound one is not
@@ -114,7 +133,7 @@ CSEngine::recordCandidate(const PrimitivePlan& plan, Outcome& outcome, double co
     for (std::size_t slot = 0; slot < plan.variables().size(); ++slot) {
         participants.push_back(agentIdentifier(plan.agent(slot)));
     }
-    auto* earlier = scenariomatch::RecognisedScenarios::findExtensible(
+    auto* earlier = m_recognition->recognised.findExtensible(
         *outcome.index,
         *plan.model(),
         plan.variables(),
@@ -140,14 +159,18 @@ void CSEngine::seedParents(RecognisedEntry& recognised, Outcome& likely, Seeds& 
     if (outcome.seedings.empty()) {
         return;
     }
-    const auto agents = m_recognition->agentsOf(*recognised.instance, outcome.variables);
+    seeds.giveUpOutdated();
+    if (recognised.agents.empty()) {
+        recognised.agents = agentsOf(*recognised.instance, outcome.variables);
+    }
     const std::uint64_t frame = m_recognition->context->view.frame();
     for (scenariomatch::Seeding& seeding : outcome.seedings) {
         for (int i = 0; i < seeding.filled(); ++i) {
             refreshComponent(recognised, m_currentTime);
         }
         seeds.add(
-            *seeding.parent(), seeding.seed(agents, recognised.component, m_currentTime, frame));
+            *seeding.parent(),
+            seeding.seed(recognised.agents, recognised.component, m_currentTime, frame));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "engine/RecognisedScenarios.h"
 
 #include "engine/Agents.h"
+#include "engine/RecognitionSequence.h"
 
 #include <algorithm>
 #include <limits>
@@ -68,6 +69,7 @@ struct RecognisedIndex
     RecognisedGroup all;
     std::unordered_map<std::uint64_t, RecognisedGroup> byParticipants;
     std::vector<std::pair<std::string, std::unordered_map<int, RecognisedGroup>>> byAgent;
+    RecognitionSequence sequence;
     // Two models of one name may bind different variables: then only a walk over all finds the same
     // participants.
     const CSScenario* model = nullptr;
@@ -96,6 +98,13 @@ RecognisedIndex& RecognisedScenarios::indexOf(const std::string& modelName)
         index = std::make_unique<RecognisedIndex>();
     }
     return *index;
+}
+
+void RecognisedScenarios::forgetAgents()
+{
+    for (const auto& [instance, entry] : m_entries) {
+        entry->agents.clear();
+    }
 }
 
 void RecognisedScenarios::indexByParticipant(
@@ -153,6 +162,23 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
 namespace
 {
 
+// Of the memberships of an entry.
+constexpr std::size_t kSameParticipants = 1;
+
+// The group of all entries with these participants and of others with the same hash.
+RecognisedGroup* groupOf(RecognisedIndex& index, RecognisedScenarios::Participants participants)
+{
+    if (const RecognisedEntry* expected = index.sequence.expect(participants)) {
+        return expected->memberships[kSameParticipants].group;
+    }
+    const auto group = index.byParticipants.find(hashOf(participants));
+    if (group == index.byParticipants.end()) {
+        return nullptr;
+    }
+    index.sequence.resumeBehind(*group->second.items().front());
+    return &group->second;
+}
+
 template <class IsSame>
 RecognisedEntry* firstExtensible(
     const RecognisedGroup& group, const RecognisedScenarios::Moment& moment, IsSame&& isSame)
@@ -184,17 +210,12 @@ RecognisedEntry* findIn(
     if (!isOneModel || moment.prolongation < 0.0) {
         return firstExtensible(index.all, moment, isSame);
     }
-    const auto same = index.byParticipants.find(hashOf(participants));
-    if (same == index.byParticipants.end()) {
+    const RecognisedGroup* same = groupOf(index, participants);
+    if (same == nullptr) {
         return nullptr;
     }
-    return firstExtensible(same->second, moment, [&](const RecognisedEntry& entry) {
-        return std::equal(
-            participants.begin(),
-            participants.end(),
-            entry.identifiers.begin(),
-            entry.identifiers.end());
-    });
+    return firstExtensible(
+        *same, moment, [&](const RecognisedEntry& entry) { return isOn(entry, participants); });
 }
 
 } // namespace
@@ -204,8 +225,9 @@ RecognisedEntry* RecognisedScenarios::findExtensible(
     const CSScenario& model,
     std::span<const std::string> variables,
     Participants participants,
-    const Moment& moment)
+    const Moment& moment) const
 {
+    index.sequence.startTurn(m_turn);
     return findIn(index, model, participants, moment, [&](const Entry& entry) {
         return isOn(*entry.instance, [&](const std::string& variable) {
             const auto place = std::lower_bound(variables.begin(), variables.end(), variable);
@@ -220,8 +242,9 @@ RecognisedEntry* RecognisedScenarios::findExtensible(
     RecognisedIndex& index,
     const CSScenarioInstance& instance,
     Participants participants,
-    const Moment& moment)
+    const Moment& moment) const
 {
+    index.sequence.startTurn(m_turn);
     return findIn(index, *instance.m_scenario, participants, moment, [&](const Entry& entry) {
         return isOn(*entry.instance, [&](const std::string& variable) {
             return identifierIn(instance.m_bindings, variable);
@@ -239,6 +262,8 @@ void RecognisedScenarios::touch(Entry& entry, const CSTimeStamp& end)
     if (!entry.touched) {
         entry.touched = true;
         m_touched.push_back(&entry);
+        entry.model->sequence.startTurn(m_turn);
+        entry.model->sequence.note(entry);
     }
 }
 
@@ -290,11 +315,35 @@ void RecognisedScenarios::sort()
     m_touched.clear();
 }
 
+// Those of the latest turn, which mostly are all that is not new, are put straight into their
+// places; what is left has to be sorted.
+void RecognisedScenarios::orderTouched()
+{
+    constexpr std::size_t kSparse = 8;
+    std::uint64_t turn = 0;
+    for (const Entry* entry : m_touched) {
+        turn = std::max(turn, entry->turn);
+    }
+    const auto placed = std::partition(m_touched.begin(), m_touched.end(), [&](const Entry* entry) {
+        return turn == 0 || entry->turn != turn || entry->index >= kSparse * m_touched.size();
+    });
+    m_places.clear();
+    std::for_each(placed, m_touched.end(), [this](Entry* entry) {
+        if (entry->index >= m_places.size()) {
+            m_places.resize(entry->index + 1, nullptr);
+        }
+        m_places[entry->index] = entry;
+    });
+    std::erase(m_places, nullptr);
+    std::sort(
+        m_touched.begin(), placed, [](const Entry* a, const Entry* b) { return isBefore(*a, *b); });
+    m_places.insert(m_places.end(), m_touched.begin(), placed);
+    m_touched.swap(m_places);
+}
+
 void RecognisedScenarios::sortTouched()
 {
-    std::sort(m_touched.begin(), m_touched.end(), [](const Entry* a, const Entry* b) {
-        return isBefore(*a, *b);
-    });
+    orderTouched();
     for (Entry* entry : m_touched) {
         m_list.touch(entry->place, m_turn);
         for (const Entry::Membership& membership : entry->memberships) {
@@ -353,6 +402,7 @@ const RecognisedScenarios::Group* RecognisedScenarios::ofParticipant(
 
 void RecognisedScenarios::remove(Entry& entry)
 {
+    entry.model->sequence.forget(entry);
     leaveIndex(entry);
     m_list.erase(entry.place);
     m_entries.erase(entry.instance.get());

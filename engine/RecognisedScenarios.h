@@ -45,6 +45,12 @@ struct RecognisedEntry
     std::uint64_t turn = 0;
     std::uint64_t index = 0;
     bool touched = false;
+    // When and where it was noted last in its model's sequence.
+    std::uint64_t notedTurn = 0;
+    std::size_t notedPlace = 0;
+    // What it binds the variables of its model to, null where it does not; empty until that is
+    // asked for.
+    std::vector<const std::shared_ptr<CSAgent>*> agents;
     // Its pseudo-agent, and what makes that one's attributes, once it is part of something.
     std::shared_ptr<CSAgent> component;
     ComponentAttributes* attributes = nullptr;
@@ -88,6 +94,9 @@ public:
     // Whether the list is in order: nothing was extended or added since the last sort.
     bool isSorted() const { return m_touched.empty(); }
 
+    // Models may bind other variables now.
+    void forgetAgents();
+
     // Where the instances of the models of this name are found; lives as long as this.
     RecognisedIndex& indexOf(const std::string& modelName);
 
@@ -98,17 +107,17 @@ public:
     // extends: same model name and participants, not ended now, ended at most `prolongation`
     // seconds ago. Null when there is none. Participants are told by the names of the variables,
     // which are sorted, or by the instance at hand.
-    static Entry* findExtensible(
+    Entry* findExtensible(
         RecognisedIndex& index,
         const CSScenario& model,
         std::span<const std::string> variables,
         Participants participants,
-        const Moment& moment);
-    static Entry* findExtensible(
+        const Moment& moment) const;
+    Entry* findExtensible(
         RecognisedIndex& index,
         const CSScenarioInstance& instance,
         Participants participants,
-        const Moment& moment);
+        const Moment& moment) const;
     // Sets the end and the confidence of an instance.
     void extend(Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence);
     // Appends an instance that ends now.
@@ -142,6 +151,7 @@ private:
     static void enterIndex(Entry& entry);
     static void leaveIndex(Entry& entry);
     void touch(Entry& entry, const CSTimeStamp& end);
+    void orderTouched();
     void sortTouched();
     void sortAll();
     void remove(Entry& entry);
@@ -155,6 +165,8 @@ private:
     std::unordered_map<std::string, std::unique_ptr<RecognisedIndex>> m_models;
     // Extended or added since the last sort, and whether they all end at the same time.
     std::vector<Entry*> m_touched;
+    // Used while they are put in order.
+    std::vector<Entry*> m_places;
     Instant m_touchedEnd;
     bool m_touchedAlike = true;
     std::uint64_t m_turn = 0;

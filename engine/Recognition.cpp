@@ -6,8 +6,6 @@
 #include <set>
 #include <utility>
 
-using scenariomatch::isSameName;
-
 namespace
 {
 
@@ -27,6 +25,14 @@ std::vector<std::string> boundVariables(const CSScenario& model)
 }
 
 } // namespace
+
+void CSEngine::Seeds::giveUpOutdated()
+{
+    if (outdated != nullptr) {
+        outdated->clear();
+        outdated = nullptr;
+    }
+}
 
 void CSEngine::Seeds::add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed)
 {
@@ -67,6 +73,7 @@ void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
         }
     }
     shareWork();
+    recognised.forgetAgents();
     lookups = scenariomatch::ComponentLookups(scenarios);
     lookups.forEach([this](const std::string& modelName, const std::string& variable) {
         recognised.indexByParticipant(modelName, variable);
@@ -114,23 +121,6 @@ CSEngine::Recognition::outcomeOf(const CSScenario& model, const CSAllScenarios& 
         }
     }
     return outcome;
-}
-
-std::span<const std::shared_ptr<CSAgent>* const> CSEngine::Recognition::agentsOf(
-    const CSScenarioInstance& instance, std::span<const std::string> names)
-{
-    agents.assign(names.size(), nullptr);
-    std::size_t place = 0;
-    for (const auto& [variable, agent] : instance.m_bindings) {
-        while (place < names.size() && !isSameName(names[place], variable) &&
-               names[place] < variable) {
-            ++place;
-        }
-        if (place < names.size() && isSameName(names[place], variable)) {
-            agents[place++] = &agent;
-        }
-    }
-    return agents;
 }
 
 // Where every candidate is observed those that do not fit are looked at too; else only instances

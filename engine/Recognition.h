@@ -30,9 +30,13 @@ struct CSEngine::Outcome
 struct CSEngine::Seeds
 {
     InstancesByModel& byModel;
+    // What is out of date once there is a seed, if anything: given up then, so that seeds can be
+    // made of what was seeded for it.
+    InstancesByModel* outdated = nullptr;
     const CSScenario* model = nullptr;
     Instances* ofModel = nullptr;
 
+    void giveUpOutdated();
     void add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed);
 };
 
@@ -66,14 +70,9 @@ struct CSEngine::Recognition
     scenariomatch::ComponentLookups lookups;
     scenariomatch::AwakeAgents awake;
     scenariomatch::RecognisedScenarios recognised;
-    // The agents of the variables that an instance binds, null for one that it does not; valid
-    // until the next call.
-    std::span<const std::shared_ptr<CSAgent>* const>
-    agentsOf(const CSScenarioInstance& instance, std::span<const std::string> names);
 
     // Of the candidate or instance at hand; kept to save allocations.
     std::vector<int> participants;
-    std::vector<const std::shared_ptr<CSAgent>*> agents;
 
 private:
     void shareWork();

@@ -72,15 +72,14 @@ std::shared_ptr<CSScenarioInstance> Seeding::seed(
 
 std::shared_ptr<CSScenarioInstance> Seeding::fresh(std::uint64_t frame)
 {
-    Batch& batch = m_batches[frame % m_batches.size()];
-    if (batch.frame != frame) {
-        batch.frame = frame;
-        batch.used = 0;
+    if (m_frame != frame) {
+        m_frame = frame;
+        m_used = 0;
     }
-    if (batch.used == batch.instances.size()) {
-        batch.instances.push_back(unbound());
+    if (m_used == m_instances.size()) {
+        m_instances.push_back(unbound());
     }
-    std::shared_ptr<CSScenarioInstance>& instance = batch.instances[batch.used++];
+    std::shared_ptr<CSScenarioInstance>& instance = m_instances[m_used++];
     if (instance.use_count() > 1) {
         instance = unbound();
     }

@@ -2,7 +2,6 @@
 
 #include "engine/CSScenarioInstance.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -31,9 +30,8 @@ public:
     // How many of the parent's components the instance fills.
     int filled() const { return m_filled; }
 
-    // A candidate from `now` on. Takes up one that it made two frames ago, where nobody has kept
-    // it.
-    // The agents are those of the variables, null where one is not bound.
+    // A candidate from `now` on. Takes up one that it made in an earlier frame, where nobody has
+    // kept it. The agents are those of the variables, null where one is not bound.
     using Agents = std::span<const std::shared_ptr<CSAgent>* const>;
     std::shared_ptr<CSScenarioInstance> seed(
         Agents agents,
@@ -52,14 +50,6 @@ private:
         std::size_t source = kNobody;
     };
 
-    // The candidates of a frame, to be used again.
-    struct Batch
-    {
-        std::uint64_t frame = 0;
-        std::size_t used = 0;
-        std::vector<std::shared_ptr<CSScenarioInstance>> instances;
-    };
-
     void bind(const std::string& variable, std::size_t source);
     std::shared_ptr<CSScenarioInstance> fresh(std::uint64_t frame);
     std::shared_ptr<CSScenarioInstance> unbound() const;
@@ -68,8 +58,10 @@ private:
     int m_filled = 0;
     // By variable name.
     std::vector<Binding> m_bindings;
-    // The first level's candidates are kept until the next frame's are there.
-    std::array<Batch, 2> m_batches;
+    // What was made so far, to be used again, and how much of it this frame has.
+    std::vector<std::shared_ptr<CSScenarioInstance>> m_instances;
+    std::uint64_t m_frame = 0;
+    std::size_t m_used = 0;
 };
 
 } // namespace scenariomatch

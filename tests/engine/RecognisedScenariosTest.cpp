@@ -42,7 +42,7 @@ protected:
     {
         const std::array<std::string, 1> variables = {"p"};
         const std::array<int, 1> participants = {agent};
-        return RecognisedScenarios::findExtensible(
+        return m_scenarios.findExtensible(
             m_scenarios.indexOf(model->m_name), *model, variables, participants, {*at(now), 5.0});
     }
 
