@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ComponentLookups.h"
 #include "engine/CSScenarioInstance.h"
 #include "engine/Expression.h"
 #include "engine/OperatorPromises.h"
@@ -7,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,8 +32,14 @@ public:
     // the product of theirs, 1.0 when one is false, and returns how many hold.
     std::size_t verify(CSScenarioInstance& instance);
 
+    // Writes the plan for people.
+    void print(std::ostream& out, const ComponentLookups& lookups) const;
+
 private:
     struct Reader;
+
+    void
+    printLookup(std::ostream& out, std::size_t component, const ComponentLookups& lookups) const;
 
     void bind(const CSScenarioInstance& instance);
     Truth evaluate(std::size_t constraint);

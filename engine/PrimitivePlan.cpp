@@ -353,7 +353,7 @@ void PrimitivePlan::prepareTests()
         [this](const std::string& attribute) {
             return static_cast<std::int32_t>(m_context.view.attributeNumber(attribute));
         },
-        [this](const CConstraint& part) { return m_context.shared.numberOf(part); }};
+        [this](const CConstraint& part) { return sharedNumber(part); }};
     const auto prepare = [&](std::vector<Test>& tests) {
         for (Test& test : tests) {
             test.expression.emplace(
@@ -370,6 +370,21 @@ void PrimitivePlan::prepareTests()
         }
         prepare(step.tests);
     }
+}
+
+// Between two agents that come and go nothing is remembered.
+std::int32_t PrimitivePlan::sharedNumber(const CConstraint& part) const
+{
+    const auto slots = slotsOf(part);
+    const auto isOfConstantType = [this](std::int32_t slot) {
+        return std::any_of(m_positions.begin(), m_positions.end(), [&](const Position& position) {
+            return static_cast<std::int32_t>(position.slot) == slot &&
+                   isConstantType(m_types[position.group]);
+        });
+    };
+    const bool isOfPair = slots.size() == Expression::kMostSharers &&
+                          std::none_of(slots.begin(), slots.end(), isOfConstantType);
+    return isOfPair ? -1 : m_context.shared.numberOf(part);
 }
 
 void PrimitivePlan::noteAttribute(std::size_t slot, std::size_t attribute)
@@ -575,7 +590,7 @@ void PrimitivePlan::print(std::ostream& out) const
 {
     out << m_model->m_kind << ' ' << m_model->m_name << '\n';
     if (m_finder == nullptr) {
-        printTests(out, m_always);
+        printTests(out, m_always, Sharing::OfParts);
         for (const Step& step : m_steps) {
             printStep(out, step);
         }
@@ -596,18 +611,30 @@ void PrimitivePlan::printStep(std::ostream& out, const Step& step) const
     }
     out << '\n';
     if (step.filter) {
-        printTests(out, step.filter->tests);
+        printTests(out, step.filter->tests, Sharing::OfTests);
     }
-    printTests(out, step.tests);
+    printTests(out, step.tests, Sharing::OfParts);
 }
 
-void PrimitivePlan::printTests(std::ostream& out, const std::vector<Test>& tests) const
+void PrimitivePlan::printTests(
+    std::ostream& out, const std::vector<Test>& tests, Sharing sharing) const
 {
     for (const Test& test : tests) {
-        out << "        test " << textOf(*m_model->m_constraints[test.constraint]) << '\n';
-        test.expression->forEachShared([&out](const CConstraint& part) {
-            out << "            once for all: " << textOf(part) << '\n';
-        });
+        const CConstraint* whole = m_model->m_constraints[test.constraint].get();
+        bool isShared = sharing == Sharing::OfTests;
+        std::vector<const CConstraint*> parts;
+        if (!isShared) {
+            test.expression->forEachShared([&](const CConstraint& part) {
+                isShared = isShared || &part == whole;
+                parts.push_back(&part);
+            });
+        }
+        out << "        test " << textOf(*whole) << (isShared ? ", once for all\n" : "\n");
+        for (const CConstraint* part : parts) {
+            if (part != whole) {
+                out << "            once for all: " << textOf(*part) << '\n';
+            }
+        }
     }
 }
 

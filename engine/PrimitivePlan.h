@@ -148,9 +148,12 @@ private:
     std::optional<Bound>
     boundOf(const CConstraint& measured, const CConstraint& limit, CSOperatorMeaning meaning) const;
     void chooseNearby(Step& step, const std::vector<bool>& isBound);
+    std::int32_t sharedNumber(const CConstraint& part) const;
     void noteAttribute(std::size_t slot, std::size_t attribute);
     void printStep(std::ostream& out, const Step& step) const;
-    void printTests(std::ostream& out, const std::vector<Test>& tests) const;
+    // Whether the tests are done once for all who ask, or their parts are.
+    enum class Sharing { OfTests, OfParts };
+    void printTests(std::ostream& out, const std::vector<Test>& tests, Sharing sharing) const;
 
     // As the plain enumeration counts them; 0 where its 32-bit numbers say that there are none.
     std::uint64_t countCandidates();

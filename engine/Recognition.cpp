@@ -141,9 +141,21 @@ const scenariomatch::RecognisedGroup* CSEngine::Recognition::recognisedFor(
 
 void CSEngine::printPlans(std::ostream& out)
 {
-    for (const auto& [name, plans] : preparedRecognition().primitives) {
+    const Recognition& recognition = preparedRecognition();
+    for (const auto& [name, plans] : recognition.primitives) {
         for (const Recognition::Primitive& primitive : plans) {
             primitive.plan.print(out);
+        }
+    }
+    if (!m_allScenarios) {
+        return;
+    }
+    for (const auto& [kind, models] : m_allScenarios->m_scenariosByKind) {
+        for (const auto& model : models) {
+            const auto plan = recognition.composites.find(model.get());
+            if (plan != recognition.composites.end()) {
+                plan->second.print(out, recognition.lookups);
+            }
         }
     }
 }
