@@ -67,6 +67,11 @@ if(SCENARIOMATCH_DEBIAN)
             DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}" COMPONENT ${component})
     endforeach()
 
+    # Manual pages lie compressed there.
+    set(pages "\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_MANDIR}/man1")
+    install(CODE "file(GLOB pages \"${pages}/scenariomatch*.1\")
+        execute_process(COMMAND \"${GZIP_PROGRAM}\" -9nf \${pages} COMMAND_ERROR_IS_FATAL ANY)" COMPONENT runtime)
+
     # Which package others depend on that link our libraries; plug-ins have no such names.
     set(control_folder "${PROJECT_BINARY_DIR}/control")
     foreach(library IN ITEMS engine host)
