@@ -39,6 +39,7 @@ CommandLine::CommandLine()
     , operators(addOperatorsCommand(program, operatorsOptions))
     , generate(addGenerateCommand(program, generateOptions))
     , newOperator(addNewCommand(program, newOperatorOptions))
+    , score(addScoreCommand(program, scoreOptions))
 {
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);

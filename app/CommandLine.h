@@ -4,6 +4,7 @@
 #include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
 #include "app/RunOptions.h"
+#include "app/ScoreCommand.h"
 #include "app/SynthCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -30,12 +31,14 @@ struct CommandLine
     OperatorsOptions operatorsOptions;
     GenerateOptions generateOptions;
     NewOperatorOptions newOperatorOptions;
+    ScoreOptions scoreOptions;
     // The commands belong to the program.
     const CLI::App* run;
     const CLI::App* synth;
     const CLI::App* operators;
     const CLI::App* generate;
     const CLI::App* newOperator;
+    const CLI::App* score;
 };
 
 } // namespace scenariomatch

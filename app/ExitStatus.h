@@ -30,7 +30,9 @@ constexpr std::array<ExitMeaning, 7> kExitMeanings{
      {kExitUsage,
       "usage: an option is wrong or missing, or an output would overwrite an input or another "
       "output"},
-     {kExitModel, "a model, parameter, scene or object-type file cannot be used"},
+     {kExitModel,
+      "a model, parameter, scene or object-type file cannot be used; labels or events that score "
+      "cannot use"},
      {kExitTracks, "the tracks cannot be used, or --strict stopped"},
      {kExitPlugin, "a plug-in cannot be loaded, or there are no operators"},
      {kExitOutput,

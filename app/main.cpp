@@ -35,6 +35,9 @@ int runProgram(int argc, char** argv)
     if (line.generate->parsed()) {
         return runGenerate(line.generateOptions, std::cout, std::cerr);
     }
+    if (line.score->parsed()) {
+        return runScore(line.scoreOptions, std::cout, std::cerr);
+    }
     if (line.newOperator->parsed()) {
         return runNewOperator(
             line.newOperatorOptions, scenariomatch::installedOperatorTemplate(), std::cerr);
