@@ -158,7 +158,8 @@ public:
     void printAllRecognisedScenario() const;
     // Brings the recognised instances into the order of compare_scenario_end, stably.
     void sortRecognisedScenarios();
-    // What is recognised and still alive, latest end first.
+    // What is recognised and still alive, latest end first. Who looks on leaves the bindings as
+    // they are.
     const std::list<std::shared_ptr<CSScenarioInstance>>& recognisedScenarios() const;
 
     // Composite candidates that the first composite level built, by model name.

@@ -159,7 +159,7 @@ void CSEngine::seedParents(RecognisedEntry& recognised, Outcome& likely, Seeds& 
     if (outcome.seedings.empty()) {
         return;
     }
-    seeds.giveUpOutdated();
+    seeds.dropLastCandidates();
     if (recognised.agents.empty()) {
         recognised.agents = agentsOf(*recognised.instance, outcome.variables);
     }

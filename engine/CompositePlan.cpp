@@ -3,7 +3,6 @@
 #include "engine/Agents.h"
 
 #include <algorithm>
-#include <ostream>
 
 namespace scenariomatch
 {
@@ -139,43 +138,6 @@ Truth CompositePlan::evaluate(std::size_t constraint)
     const auto& expression = m_expressions[constraint];
     return expression ? Truth(expression->evaluate(reader))
                       : Truth(reader.objects(*m_model.m_constraints[constraint]));
-}
-
-// A component that is looked up when another one has been recognised; the first of these is the
-// skipped one.
-void CompositePlan::printLookup(
-    std::ostream& out, std::size_t component, const ComponentLookups& lookups) const
-{
-    out << "    look up " << m_model.m_components[component]->m_variable << ", a "
-        << m_model.m_components[component]->m_modelName;
-    const ComponentLookup& lookup = lookups.of(m_model, component);
-    if (!lookup.parentVariable.empty()) {
-        out << " on " << lookup.parentVariable;
-    }
-    out << '\n';
-}
-
-void CompositePlan::print(std::ostream& out, const ComponentLookups& lookups) const
-{
-    out << m_model.m_kind << ' ' << m_model.m_name << '\n';
-    const auto trigger = static_cast<std::size_t>(m_model.m_triggerIndex);
-    const auto& components = m_model.m_components;
-    if (trigger < components.size()) {
-        out << "    when " << components[trigger]->m_variable << ", a "
-            << components[trigger]->m_modelName << ", is recognised\n";
-    }
-    const auto first = static_cast<std::size_t>(m_model.m_skipIndex);
-    if (first < components.size()) {
-        printLookup(out, first, lookups);
-    }
-    for (std::size_t i = 0; i < components.size(); ++i) {
-        if (i != trigger && i != first) {
-            printLookup(out, i, lookups);
-        }
-    }
-    for (const auto& constraint : m_model.m_constraints) {
-        out << "    then test " << textOf(*constraint) << '\n';
-    }
 }
 
 } // namespace scenariomatch

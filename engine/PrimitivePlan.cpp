@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <ostream>
 #include <utility>
 
 namespace scenariomatch
@@ -584,58 +583,6 @@ void PrimitivePlan::follow(PrimitivePlan& finder)
 {
     m_finder = &finder;
     finder.m_isFollowed = true;
-}
-
-void PrimitivePlan::print(std::ostream& out) const
-{
-    out << m_model->m_kind << ' ' << m_model->m_name << '\n';
-    if (m_finder == nullptr) {
-        printTests(out, m_always, Sharing::OfParts);
-        for (const Step& step : m_steps) {
-            printStep(out, step);
-        }
-    } else {
-        out << "    the candidates of " << m_finder->m_model->m_name << '\n';
-    }
-    for (std::size_t i = m_tested; i < m_model->m_constraints.size(); ++i) {
-        out << "    then test " << textOf(*m_model->m_constraints[i]) << '\n';
-    }
-}
-
-void PrimitivePlan::printStep(std::ostream& out, const Step& step) const
-{
-    out << "    bind " << m_variables[step.slot] << " to each " << m_types[step.group];
-    if (step.nearby) {
-        out << " within " << step.nearby->reach << " of "
-            << m_variables[m_positions[step.nearby->partner].slot];
-    }
-    out << '\n';
-    if (step.filter) {
-        printTests(out, step.filter->tests, Sharing::OfTests);
-    }
-    printTests(out, step.tests, Sharing::OfParts);
-}
-
-void PrimitivePlan::printTests(
-    std::ostream& out, const std::vector<Test>& tests, Sharing sharing) const
-{
-    for (const Test& test : tests) {
-        const CConstraint* whole = m_model->m_constraints[test.constraint].get();
-        bool isShared = sharing == Sharing::OfTests;
-        std::vector<const CConstraint*> parts;
-        if (!isShared) {
-            test.expression->forEachShared([&](const CConstraint& part) {
-                isShared = isShared || &part == whole;
-                parts.push_back(&part);
-            });
-        }
-        out << "        test " << textOf(*whole) << (isShared ? ", once for all\n" : "\n");
-        for (const CConstraint* part : parts) {
-            if (part != whole) {
-                out << "            once for all: " << textOf(*part) << '\n';
-            }
-        }
-    }
 }
 
 } // namespace scenariomatch

@@ -214,8 +214,9 @@ RecognisedEntry* findIn(
     if (same == nullptr) {
         return nullptr;
     }
-    return firstExtensible(
-        *same, moment, [&](const RecognisedEntry& entry) { return isOn(entry, participants); });
+    return firstExtensible(*same, moment, [&](const RecognisedEntry& entry) {
+        return hasParticipants(entry, participants);
+    });
 }
 
 } // namespace

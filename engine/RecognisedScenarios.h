@@ -39,7 +39,7 @@ struct RecognisedEntry
     // All of the model, those with the same participants, then one per indexed variable.
     std::vector<Membership> memberships;
     std::uint64_t participants = 0;
-    // Their identifiers, in the order of the variables' names.
+    // Their identifiers, in the order of the variables' names; those of agents never change.
     std::vector<int> identifiers;
     // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
     std::uint64_t turn = 0;

@@ -26,11 +26,11 @@ std::vector<std::string> boundVariables(const CSScenario& model)
 
 } // namespace
 
-void CSEngine::Seeds::giveUpOutdated()
+void CSEngine::Seeds::dropLastCandidates()
 {
-    if (outdated != nullptr) {
-        outdated->clear();
-        outdated = nullptr;
+    if (lastCandidates != nullptr) {
+        lastCandidates->clear();
+        lastCandidates = nullptr;
     }
 }
 
@@ -137,25 +137,4 @@ const scenariomatch::RecognisedGroup* CSEngine::Recognition::recognisedFor(
     }
     return recognised.ofParticipant(
         subModel, lookup.subVariable, scenariomatch::agentIdentifier(shared->second));
-}
-
-void CSEngine::printPlans(std::ostream& out)
-{
-    const Recognition& recognition = preparedRecognition();
-    for (const auto& [name, plans] : recognition.primitives) {
-        for (const Recognition::Primitive& primitive : plans) {
-            primitive.plan.print(out);
-        }
-    }
-    if (!m_allScenarios) {
-        return;
-    }
-    for (const auto& [kind, models] : m_allScenarios->m_scenariosByKind) {
-        for (const auto& model : models) {
-            const auto plan = recognition.composites.find(model.get());
-            if (plan != recognition.composites.end()) {
-                plan->second.print(out, recognition.lookups);
-            }
-        }
-    }
 }

@@ -30,13 +30,13 @@ struct CSEngine::Outcome
 struct CSEngine::Seeds
 {
     InstancesByModel& byModel;
-    // What is out of date once there is a seed, if anything: given up then, so that seeds can be
-    // made of what was seeded for it.
-    InstancesByModel* outdated = nullptr;
+    // The candidates of the frame before; dropped with the first seed, so that their instances are
+    // free to be used again. Null to keep them.
+    InstancesByModel* lastCandidates = nullptr;
     const CSScenario* model = nullptr;
     Instances* ofModel = nullptr;
 
-    void giveUpOutdated();
+    void dropLastCandidates();
     void add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed);
 };
 

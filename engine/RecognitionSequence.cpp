@@ -7,8 +7,8 @@
 namespace scenariomatch
 {
 
-// They are few: no call is worth it.
-bool isOn(const RecognisedEntry& entry, std::span<const int> participants)
+// They are few: comparing them in place is cheaper than a call.
+bool hasParticipants(const RecognisedEntry& entry, std::span<const int> participants)
 {
     if (entry.identifiers.size() != participants.size()) {
         return false;
@@ -40,7 +40,7 @@ RecognisedEntry* RecognitionSequence::expect(std::span<const int> participants)
     const std::size_t end = std::min(m_expected.size(), m_next + kPassedOver + 1);
     for (std::size_t place = m_next; place < end; ++place) {
         RecognisedEntry& entry = *m_expected[place];
-        if (isOn(entry, participants)) {
+        if (hasParticipants(entry, participants)) {
             m_next = place + 1;
             return &entry;
         }

@@ -12,8 +12,8 @@ namespace scenariomatch
 
 struct RecognisedEntry;
 
-// Whether these are the entry's participants.
-CS_EXPORT bool isOn(const RecognisedEntry& entry, std::span<const int> participants);
+// Whether the entry is on these participants.
+CS_EXPORT bool hasParticipants(const RecognisedEntry& entry, std::span<const int> participants);
 
 // The order in which instances of one model were recognised in a turn and in the turn before.
 //
