@@ -1,18 +1,17 @@
 #include "engine/OperatorFile.h"
 
+#include "engine/QuietLoading.h"
 #include "types/OperatorAbi.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QPluginLoader>
 #include <QString>
-#include <QtGlobal>
 
-#include <atomic>
 #include <exception>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 namespace scenariomatch
@@ -47,47 +46,11 @@ std::string refusal(const QPluginLoader& loader)
     return "it is built for " + other + ", this program for " CS_OPERATOR_ABI;
 }
 
-// Keeps Qt from printing warnings of its own about files that are no sound plug-ins, while it
-// lives; whatever else is logged goes where it went before. Of several at a time the first does it.
-class QuietLoading
+// The loader would look for a name without a folder elsewhere, too.
+QString placeOf(const std::string& file)
 {
-public:
-    QuietLoading()
-    {
-        const QtMessageHandler before = qInstallMessageHandler(handle);
-        m_isFirst = before != handle;
-        if (m_isFirst) {
-            previousHandler = before;
-        }
-    }
-
-    QuietLoading(const QuietLoading&) = delete;
-    QuietLoading(QuietLoading&&) = delete;
-    QuietLoading& operator=(const QuietLoading&) = delete;
-    QuietLoading& operator=(QuietLoading&&) = delete;
-
-    ~QuietLoading()
-    {
-        if (m_isFirst) {
-            qInstallMessageHandler(previousHandler);
-        }
-    }
-
-private:
-    static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
-    {
-        const bool isLoader = context.category != nullptr &&
-                              std::string_view(context.category) == "qt.core.plugin.loader";
-        if (!isLoader || type != QtWarningMsg) {
-            previousHandler.load()(type, context, text);
-        }
-    }
-
-    static std::atomic<QtMessageHandler> previousHandler;
-    bool m_isFirst = false;
-};
-
-std::atomic<QtMessageHandler> QuietLoading::previousHandler = nullptr;
+    return QFileInfo(QString::fromStdString(file)).absoluteFilePath();
+}
 
 OperatorFile loadRoot(QPluginLoader& loader)
 {
@@ -104,14 +67,14 @@ OperatorFile loadRoot(QPluginLoader& loader)
 std::string operatorRefusal(const std::string& file)
 {
     const QuietLoading quiet;
-    return refusal(QPluginLoader(QString::fromStdString(file)));
+    return refusal(QPluginLoader(placeOf(file)));
 }
 
 OperatorFile loadOperator(const std::string& file)
 {
     try {
         const QuietLoading quiet;
-        QPluginLoader loader(QString::fromStdString(file));
+        QPluginLoader loader(placeOf(file));
         std::string reason = refusal(loader);
         return reason.empty() ? loadRoot(loader) : OperatorFile{nullptr, std::move(reason)};
     } catch (const std::exception& error) {

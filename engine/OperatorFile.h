@@ -17,7 +17,7 @@ struct OperatorFile
 
 // Why none of a file's code may run: it has no plug-in metadata, does not hold together, or carries
 // the tag of other builds than this one (types/OperatorAbi.h). Empty when it may run; a plug-in
-// without a tag may. Reads the file only.
+// without a tag may. Reads the file only. A relative path is seen from the current folder.
 CS_EXPORT std::string operatorRefusal(const std::string& file);
 
 // Loads the operator that is the root object of a plug-in file, when nothing speaks against it.
