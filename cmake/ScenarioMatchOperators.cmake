@@ -13,7 +13,8 @@ endif()
 
 # scenariomatch_operator_abi(variable)
 #
-# The tag of what the current compiler and its flags make. The compiler is asked once per run of CMake.
+# The tag of what the current compiler makes with the flags that all targets share (CMAKE_CXX_FLAGS). The compiler is asked
+# once per run of CMake.
 function(scenariomatch_operator_abi variable)
     get_property(tag GLOBAL PROPERTY SCENARIOMATCH_OPERATOR_ABI)
     if(NOT tag)
@@ -42,10 +43,27 @@ endfunction()
 
 # scenariomatch_tag_operator(target)
 #
-# Lets Qt's meta object compiler write the tag into the metadata of the root objects that the target compiles.
+# Lets Qt's meta object compiler write the tag into the metadata of the root objects that the target compiles. A source of
+# its own in the target stops the build when flags of the target or its folder make something else than the tag says.
 function(scenariomatch_tag_operator target)
     scenariomatch_operator_abi(tag)
-    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOMOC_MOC_OPTIONS "-MScenarioMatchAbi=${tag}")
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    set_property(TARGET ${target} APPEND PROPERTY AUTOMOC_MOC_OPTIONS "-MScenarioMatchAbi=${tag}")
+    set(check "${CMAKE_CURRENT_BINARY_DIR}/${target}_abi.cpp")
+    file(CONFIGURE OUTPUT "${check}" @ONLY CONTENT [[
+// What this target is compiled with, compared with what its metadata says.
+#undef SCENARIOMATCH_VERSION_MAJOR
+#define SCENARIOMATCH_VERSION_MAJOR @SCENARIOMATCH_VERSION_MAJOR@
+#include "@SCENARIOMATCH_OPERATOR_ABI_FOLDER@/OperatorAbi.h"
+
+#include <string_view>
+
+static_assert(
+    std::string_view(CS_OPERATOR_ABI) == "@tag@",
+    "@target@ has flags that change the layout of C++ objects, and its tag (@tag@) does not tell: "
+    "give such flags in CMAKE_CXX_FLAGS");
+]])
+    target_sources(${target} PRIVATE "${check}")
 endfunction()
 
 # scenariomatch_add_operator(NAME name SOURCES file... [TEST file...] [OUTPUT_DIRECTORY dir] [NO_INSTALL])
