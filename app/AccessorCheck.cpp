@@ -1,6 +1,7 @@
 #include "app/AccessorCheck.h"
 
 #include "app/CppNames.h"
+#include "app/HeaderNames.h"
 #include "app/ObjectTypeCheck.h"
 #include "types/TypeSources.h"
 
@@ -33,16 +34,7 @@ bool isTakenByMembers(std::string_view name)
         "m_constant",
         "setHValue",
         "setValue",
-        "std",
-        // Macros.
-        "EOF",
-        "NULL",
-        "errno",
-        "linux",
-        "stderr",
-        "stdin",
-        "stdout",
-        "unix"};
+        "std"};
     return taken.contains(name) || isValueClass(name);
 }
 
@@ -90,6 +82,8 @@ bool isSystemHeader(std::string_view name)
     return headers.contains(name);
 }
 
+constexpr const char* kHeaderFault = "is used by the C library's headers: expected another name";
+
 // Why a name cannot stand in generated code whatever it names; empty when it can.
 std::string identifierFault(std::string_view name)
 {
@@ -99,6 +93,9 @@ std::string identifierFault(std::string_view name)
     }
     if (isTakenByMembers(name)) {
         return "is used by the generated code itself: expected another name";
+    }
+    if (isHeaderMacro(name)) {
+        return kHeaderFault;
     }
     return "";
 }
@@ -160,6 +157,9 @@ std::string AccessorCheck::typeFault(const CClass& type) const
     }
     if (isSystemHeader(name)) {
         return fmt::format("would hide the header <{}.h>: expected another name", name);
+    }
+    if (isHeaderName(name)) {
+        return kHeaderFault;
     }
     const int line = m_lines.at(name);
     return line == type.m_line

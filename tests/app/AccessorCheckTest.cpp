@@ -130,8 +130,7 @@ TEST(AccessorCheck, RefusesAttributesThatTheirClassUses)
           "CSInt",
           "CSBasicType",
           "Person",
-          "Person_H",
-          "NULL"}) {
+          "Person_H"}) {
         EXPECT_THAT(
             problemsOfAttribute(name),
             ElementsAre(
@@ -139,6 +138,63 @@ TEST(AccessorCheck, RefusesAttributesThatTheirClassUses)
                 "\" of \"Person\" is used by the generated code itself: expected another name"));
     }
     EXPECT_THAT(problemsOfAttribute("io_agent"), IsEmpty());
+}
+
+TEST(AccessorCheck, RefusesMacrosOfTheHeadersAsTypesAndAttributes)
+{
+    for (const std::string name :
+         {"NULL",
+          "EOF",
+          "errno",
+          "unix",
+          "linux",
+          "BUFSIZ",
+          "RAND_MAX",
+          "EXIT_SUCCESS",
+          "LC_ALL",
+          "SEEK_SET",
+          "CLOCK_REALTIME",
+          "TIME_UTC",
+          "INT32_MAX",
+          "typeof"}) {
+        EXPECT_THAT(
+            problemsOfAttribute(name),
+            ElementsAre(
+                "objects.txt:1: the attribute \"" + name +
+                "\" of \"Person\" is used by the C library's headers: expected another name"));
+        EXPECT_THAT(problemsOfName(name), SizeIs(1)) << name;
+    }
+}
+
+TEST(AccessorCheck, RefusesNamesOfTheHeadersAsTypesAlone)
+{
+    for (const std::string name :
+         {"FILE",
+          "tm",
+          "size_t",
+          "int8_t",
+          "dev_t",
+          "timer_t",
+          "pthread_t",
+          "remove",
+          "exit",
+          "abs",
+          "div",
+          "select",
+          "random",
+          "FD_SET",
+          "INT8_C",
+
+          "uint",
+          "quad_t",
+          "timezone"}) {
+        EXPECT_THAT(
+            problemsOfName(name),
+            ElementsAre(
+                "objects.txt:1: the type name \"" + name +
+                "\" is used by the C library's headers: expected another name"));
+        EXPECT_THAT(problemsOfAttribute(name), IsEmpty()) << name;
+    }
 }
 
 TEST(AccessorCheck, RefusesNamesThatWouldLeaveTheFolder)

@@ -1,0 +1,206 @@
+#include "app/HeaderNames.h"
+
+#include <set>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// Made from what g++ 12 and clang 14 see in the headers on Debian 12; tests/accessors/check-names
+// looks whether anything is missing. "typeof" is a word of these compilers.
+constexpr std::string_view kMacros = R"(
+ADJ_ESTERROR ADJ_FREQUENCY ADJ_MAXERROR ADJ_MICRO ADJ_NANO ADJ_OFFSET ADJ_OFFSET_SINGLESHOT
+ADJ_OFFSET_SS_READ ADJ_SETOFFSET ADJ_STATUS ADJ_TAI ADJ_TICK ADJ_TIMECONST BIG_ENDIAN BUFSIZ
+BYTE_ORDER CLOCKS_PER_SEC CLOCK_BOOTTIME CLOCK_BOOTTIME_ALARM CLOCK_MONOTONIC CLOCK_MONOTONIC_COARSE
+CLOCK_MONOTONIC_RAW CLOCK_PROCESS_CPUTIME_ID CLOCK_REALTIME CLOCK_REALTIME_ALARM
+CLOCK_REALTIME_COARSE CLOCK_TAI CLOCK_THREAD_CPUTIME_ID CLONE_CHILD_CLEARTID CLONE_CHILD_SETTID
+CLONE_DETACHED CLONE_FILES CLONE_FS CLONE_IO CLONE_NEWCGROUP CLONE_NEWIPC CLONE_NEWNET CLONE_NEWNS
+CLONE_NEWPID CLONE_NEWTIME CLONE_NEWUSER CLONE_NEWUTS CLONE_PARENT CLONE_PARENT_SETTID CLONE_PIDFD
+CLONE_PTRACE CLONE_SETTLS CLONE_SIGHAND CLONE_SYSVSEM CLONE_THREAD CLONE_UNTRACED CLONE_VFORK
+CLONE_VM CPU_SETSIZE CSIGNAL E2BIG EACCES EADDRINUSE EADDRNOTAVAIL EADV EAFNOSUPPORT EAGAIN EALREADY
+EBADE EBADF EBADFD EBADMSG EBADR EBADRQC EBADSLT EBFONT EBUSY ECANCELED ECHILD ECHRNG ECOMM
+ECONNABORTED ECONNREFUSED ECONNRESET EDEADLK EDEADLOCK EDESTADDRREQ EDOM EDOTDOT EDQUOT EEXIST
+EFAULT EFBIG EHOSTDOWN EHOSTUNREACH EHWPOISON EIDRM EILSEQ EINPROGRESS EINTR EINVAL EIO EISCONN
+EISDIR EISNAM EKEYEXPIRED EKEYREJECTED EKEYREVOKED EL2HLT EL2NSYNC EL3HLT EL3RST ELIBACC ELIBBAD
+ELIBEXEC ELIBMAX ELIBSCN ELNRNG ELOOP EMEDIUMTYPE EMFILE EMLINK EMSGSIZE EMULTIHOP ENAMETOOLONG
+ENAVAIL ENETDOWN ENETRESET ENETUNREACH ENFILE ENOANO ENOBUFS ENOCSI ENODATA ENODEV ENOENT ENOEXEC
+ENOKEY ENOLCK ENOLINK ENOMEDIUM ENOMEM ENOMSG ENONET ENOPKG ENOPROTOOPT ENOSPC ENOSR ENOSTR ENOSYS
+ENOTBLK ENOTCONN ENOTDIR ENOTEMPTY ENOTNAM ENOTRECOVERABLE ENOTSOCK ENOTSUP ENOTTY ENOTUNIQ ENXIO
+EOF EOPNOTSUPP EOVERFLOW EOWNERDEAD EPERM EPFNOSUPPORT EPIPE EPROTO EPROTONOSUPPORT EPROTOTYPE
+ERANGE EREMCHG EREMOTE EREMOTEIO ERESTART ERFKILL EROFS ESHUTDOWN ESOCKTNOSUPPORT ESPIPE ESRCH
+ESRMNT ESTALE ESTRPIPE ETIME ETIMEDOUT ETOOMANYREFS ETXTBSY EUCLEAN EUNATCH EUSERS EWOULDBLOCK EXDEV
+EXFULL EXIT_FAILURE EXIT_SUCCESS FD_SETSIZE FILENAME_MAX FOPEN_MAX INT16_MAX INT16_MIN INT16_WIDTH
+INT32_MAX INT32_MIN INT32_WIDTH INT64_MAX INT64_MIN INT64_WIDTH INT8_MAX INT8_MIN INT8_WIDTH
+INTMAX_MAX INTMAX_MIN INTMAX_WIDTH INTPTR_MAX INTPTR_MIN INTPTR_WIDTH INT_FAST16_MAX INT_FAST16_MIN
+INT_FAST16_WIDTH INT_FAST32_MAX INT_FAST32_MIN INT_FAST32_WIDTH INT_FAST64_MAX INT_FAST64_MIN
+INT_FAST64_WIDTH INT_FAST8_MAX INT_FAST8_MIN INT_FAST8_WIDTH INT_LEAST16_MAX INT_LEAST16_MIN
+INT_LEAST16_WIDTH INT_LEAST32_MAX INT_LEAST32_MIN INT_LEAST32_WIDTH INT_LEAST64_MAX INT_LEAST64_MIN
+INT_LEAST64_WIDTH INT_LEAST8_MAX INT_LEAST8_MIN INT_LEAST8_WIDTH LC_ADDRESS LC_ADDRESS_MASK LC_ALL
+LC_ALL_MASK LC_COLLATE LC_COLLATE_MASK LC_CTYPE LC_CTYPE_MASK LC_GLOBAL_LOCALE LC_IDENTIFICATION
+LC_IDENTIFICATION_MASK LC_MEASUREMENT LC_MEASUREMENT_MASK LC_MESSAGES LC_MESSAGES_MASK LC_MONETARY
+LC_MONETARY_MASK LC_NAME LC_NAME_MASK LC_NUMERIC LC_NUMERIC_MASK LC_PAPER LC_PAPER_MASK LC_TELEPHONE
+LC_TELEPHONE_MASK LC_TIME LC_TIME_MASK LITTLE_ENDIAN L_ctermid L_cuserid L_tmpnam MB_CUR_MAX
+MOD_CLKA MOD_CLKB MOD_ESTERROR MOD_FREQUENCY MOD_MAXERROR MOD_MICRO MOD_NANO MOD_OFFSET MOD_STATUS
+MOD_TAI MOD_TIMECONST NFDBITS NULL PDP_ENDIAN PTHREAD_ADAPTIVE_MUTEX_INITIALIZER_NP
+PTHREAD_ATTR_NO_SIGMASK_NP PTHREAD_BARRIER_SERIAL_THREAD PTHREAD_CANCELED
+PTHREAD_CANCEL_ASYNCHRONOUS PTHREAD_CANCEL_DEFERRED PTHREAD_CANCEL_DISABLE PTHREAD_CANCEL_ENABLE
+PTHREAD_COND_INITIALIZER PTHREAD_CREATE_DETACHED PTHREAD_CREATE_JOINABLE
+PTHREAD_ERRORCHECK_MUTEX_INITIALIZER_NP PTHREAD_EXPLICIT_SCHED PTHREAD_INHERIT_SCHED
+PTHREAD_MUTEX_INITIALIZER PTHREAD_ONCE_INIT PTHREAD_PROCESS_PRIVATE PTHREAD_PROCESS_SHARED
+PTHREAD_RECURSIVE_MUTEX_INITIALIZER_NP PTHREAD_RWLOCK_INITIALIZER
+PTHREAD_RWLOCK_WRITER_NONRECURSIVE_INITIALIZER_NP PTHREAD_SCOPE_PROCESS PTHREAD_SCOPE_SYSTEM
+PTHREAD_STACK_MIN PTRDIFF_MAX PTRDIFF_MIN PTRDIFF_WIDTH P_tmpdir RAND_MAX RENAME_EXCHANGE
+RENAME_NOREPLACE RENAME_WHITEOUT SCHED_BATCH SCHED_DEADLINE SCHED_FIFO SCHED_IDLE SCHED_ISO
+SCHED_OTHER SCHED_RESET_ON_FORK SCHED_RR SEEK_CUR SEEK_DATA SEEK_END SEEK_HOLE SEEK_SET
+SIG_ATOMIC_MAX SIG_ATOMIC_MIN SIG_ATOMIC_WIDTH SIZE_MAX SIZE_WIDTH STA_CLK STA_CLOCKERR STA_DEL
+STA_FLL STA_FREQHOLD STA_INS STA_MODE STA_NANO STA_PLL STA_PPSERROR STA_PPSFREQ STA_PPSJITTER
+STA_PPSSIGNAL STA_PPSTIME STA_PPSWANDER STA_RONLY STA_UNSYNC TIMER_ABSTIME TIME_UTC TMP_MAX
+UINT16_MAX UINT16_WIDTH UINT32_MAX UINT32_WIDTH UINT64_MAX UINT64_WIDTH UINT8_MAX UINT8_WIDTH
+UINTMAX_MAX UINTMAX_WIDTH UINTPTR_MAX UINTPTR_WIDTH UINT_FAST16_MAX UINT_FAST16_WIDTH
+UINT_FAST32_MAX UINT_FAST32_WIDTH UINT_FAST64_MAX UINT_FAST64_WIDTH UINT_FAST8_MAX UINT_FAST8_WIDTH
+UINT_LEAST16_MAX UINT_LEAST16_WIDTH UINT_LEAST32_MAX UINT_LEAST32_WIDTH UINT_LEAST64_MAX
+UINT_LEAST64_WIDTH UINT_LEAST8_MAX UINT_LEAST8_WIDTH WCHAR_MAX WCHAR_MIN WCHAR_WIDTH WCONTINUED WEOF
+WEXITED WINT_MAX WINT_MIN WINT_WIDTH WNOHANG WNOWAIT WSTOPPED WUNTRACED errno linux sched_priority
+stderr stdin stdout typeof unix
+)";
+
+constexpr std::string_view kGlobalNames = R"(
+CPU_ALLOC CPU_ALLOC_SIZE CPU_AND CPU_AND_S CPU_CLR CPU_CLR_S CPU_COUNT CPU_COUNT_S CPU_EQUAL
+CPU_EQUAL_S CPU_FREE CPU_ISSET CPU_ISSET_S CPU_OR CPU_OR_S CPU_SET CPU_SET_S CPU_XOR CPU_XOR_S
+CPU_ZERO CPU_ZERO_S FD_CLR FD_ISSET FD_SET FD_ZERO FILE INT16_C INT32_C INT64_C INT8_C INTMAX_C
+PTHREAD_MUTEX_ADAPTIVE_NP PTHREAD_MUTEX_DEFAULT PTHREAD_MUTEX_ERRORCHECK PTHREAD_MUTEX_ERRORCHECK_NP
+PTHREAD_MUTEX_FAST_NP PTHREAD_MUTEX_NORMAL PTHREAD_MUTEX_RECURSIVE PTHREAD_MUTEX_RECURSIVE_NP
+PTHREAD_MUTEX_ROBUST PTHREAD_MUTEX_ROBUST_NP PTHREAD_MUTEX_STALLED PTHREAD_MUTEX_STALLED_NP
+PTHREAD_MUTEX_TIMED_NP PTHREAD_PRIO_INHERIT PTHREAD_PRIO_NONE PTHREAD_PRIO_PROTECT
+PTHREAD_RWLOCK_DEFAULT_NP PTHREAD_RWLOCK_PREFER_READER_NP
+PTHREAD_RWLOCK_PREFER_WRITER_NONRECURSIVE_NP PTHREAD_RWLOCK_PREFER_WRITER_NP UINT16_C UINT32_C
+UINT64_C UINT8_C UINTMAX_C WEXITSTATUS WIFCONTINUED WIFEXITED WIFSIGNALED WIFSTOPPED WSTOPSIG
+WTERMSIG a64l abort abs aligned_alloc alloca arc4random arc4random_buf arc4random_uniform asctime
+asctime_r asprintf at_quick_exit atexit atof atoi atol atoll be16toh be32toh be64toh blkcnt64_t
+blkcnt_t blksize_t bsearch btowc caddr_t calloc canonicalize_file_name clearenv clearerr
+clearerr_unlocked clock clock_adjtime clock_getcpuclockid clock_getres clock_gettime clock_nanosleep
+clock_settime clock_t clockid_t clone comparison_fn_t cookie_close_function_t cookie_io_functions_t
+cookie_read_function_t cookie_seek_function_t cookie_write_function_t cpu_set_t ctermid ctime
+ctime_r cuserid daddr_t daylight dev_t difftime div div_t dprintf drand48 drand48_data drand48_r
+duplocale dysize ecvt ecvt_r erand48 erand48_r error_t exit fclose fcloseall fcvt fcvt_r fd_mask
+fd_set fdopen feof feof_unlocked ferror ferror_unlocked fflush fflush_unlocked fgetc fgetc_unlocked
+fgetpos fgetpos64 fgets fgets_unlocked fgetwc fgetwc_unlocked fgetws fgetws_unlocked fileno
+fileno_unlocked flockfile fmemopen fopen fopen64 fopencookie fpos64_t fpos_t fprintf fputc
+fputc_unlocked fputs fputs_unlocked fputwc fputwc_unlocked fputws fputws_unlocked fread
+fread_unlocked free freelocale freopen freopen64 fsblkcnt64_t fsblkcnt_t fscanf fseek fseeko
+fseeko64 fsetpos fsetpos64 fsfilcnt64_t fsfilcnt_t fsid_t ftell ftello ftello64 ftrylockfile
+funlockfile fwide fwprintf fwrite fwrite_unlocked fwscanf gcvt getc getc_unlocked getchar
+getchar_unlocked getcpu getdate getdate_err getdate_r getdelim getenv getline getloadavg getpt
+getsubopt getw getwc getwc_unlocked getwchar getwchar_unlocked gid_t gmtime gmtime_r grantpt htobe16
+htobe32 htobe64 htole16 htole32 htole64 id_t initstate initstate_r ino64_t ino_t int16_t int32_t
+int64_t int8_t int_fast16_t int_fast32_t int_fast64_t int_fast8_t int_least16_t int_least32_t
+int_least64_t int_least8_t intmax_t intptr_t isalnum isalnum_l isalpha isalpha_l isascii isblank
+isblank_l iscntrl iscntrl_l isctype isdigit isdigit_l isgraph isgraph_l islower islower_l isprint
+isprint_l ispunct ispunct_l isspace isspace_l isupper isupper_l iswalnum iswalnum_l iswalpha
+iswalpha_l iswblank iswblank_l iswcntrl iswcntrl_l iswctype iswctype_l iswdigit iswdigit_l iswgraph
+iswgraph_l iswlower iswlower_l iswprint iswprint_l iswpunct iswpunct_l iswspace iswspace_l iswupper
+iswupper_l iswxdigit iswxdigit_l isxdigit isxdigit_l itimerspec jrand48 jrand48_r key_t l64a labs
+lcong48 lcong48_r lconv ldiv ldiv_t le16toh le32toh le64toh llabs lldiv lldiv_t locale_t localeconv
+localtime localtime_r loff_t lrand48 lrand48_r malloc max_align_t mblen mbrlen mbrtowc mbsinit
+mbsnrtowcs mbsrtowcs mbstate_t mbstowcs mbtowc mkdtemp mkostemp mkostemp64 mkostemps mkostemps64
+mkstemp mkstemp64 mkstemps mkstemps64 mktemp mktime mode_t mrand48 mrand48_r nanosleep newlocale
+nlink_t nrand48 nrand48_r nullptr_t obstack_printf obstack_vprintf off64_t off_t offsetof on_exit
+open_memstream open_wmemstream pclose perror pid_t popen posix_memalign posix_openpt printf
+program_invocation_name program_invocation_short_name pselect pthread_atfork pthread_attr_destroy
+pthread_attr_getaffinity_np pthread_attr_getdetachstate pthread_attr_getguardsize
+pthread_attr_getinheritsched pthread_attr_getschedparam pthread_attr_getschedpolicy
+pthread_attr_getscope pthread_attr_getsigmask_np pthread_attr_getstack pthread_attr_getstackaddr
+pthread_attr_getstacksize pthread_attr_init pthread_attr_setaffinity_np pthread_attr_setdetachstate
+pthread_attr_setguardsize pthread_attr_setinheritsched pthread_attr_setschedparam
+pthread_attr_setschedpolicy pthread_attr_setscope pthread_attr_setsigmask_np pthread_attr_setstack
+pthread_attr_setstackaddr pthread_attr_setstacksize pthread_attr_t pthread_barrier_destroy
+pthread_barrier_init pthread_barrier_t pthread_barrier_wait pthread_barrierattr_destroy
+pthread_barrierattr_getpshared pthread_barrierattr_init pthread_barrierattr_setpshared
+pthread_barrierattr_t pthread_cancel pthread_cleanup_pop pthread_cleanup_pop_restore_np
+pthread_cleanup_push pthread_cleanup_push_defer_np pthread_clockjoin_np pthread_cond_broadcast
+pthread_cond_clockwait pthread_cond_destroy pthread_cond_init pthread_cond_signal pthread_cond_t
+pthread_cond_timedwait pthread_cond_wait pthread_condattr_destroy pthread_condattr_getclock
+pthread_condattr_getpshared pthread_condattr_init pthread_condattr_setclock
+pthread_condattr_setpshared pthread_condattr_t pthread_create pthread_detach pthread_equal
+pthread_exit pthread_getaffinity_np pthread_getattr_default_np pthread_getattr_np
+pthread_getconcurrency pthread_getcpuclockid pthread_getname_np pthread_getschedparam
+pthread_getspecific pthread_join pthread_key_create pthread_key_delete pthread_key_t
+pthread_mutex_clocklock pthread_mutex_consistent pthread_mutex_consistent_np pthread_mutex_destroy
+pthread_mutex_getprioceiling pthread_mutex_init pthread_mutex_lock pthread_mutex_setprioceiling
+pthread_mutex_t pthread_mutex_timedlock pthread_mutex_trylock pthread_mutex_unlock
+pthread_mutexattr_destroy pthread_mutexattr_getprioceiling pthread_mutexattr_getprotocol
+pthread_mutexattr_getpshared pthread_mutexattr_getrobust pthread_mutexattr_getrobust_np
+pthread_mutexattr_gettype pthread_mutexattr_init pthread_mutexattr_setprioceiling
+pthread_mutexattr_setprotocol pthread_mutexattr_setpshared pthread_mutexattr_setrobust
+pthread_mutexattr_setrobust_np pthread_mutexattr_settype pthread_mutexattr_t pthread_once
+pthread_once_t pthread_rwlock_clockrdlock pthread_rwlock_clockwrlock pthread_rwlock_destroy
+pthread_rwlock_init pthread_rwlock_rdlock pthread_rwlock_t pthread_rwlock_timedrdlock
+pthread_rwlock_timedwrlock pthread_rwlock_tryrdlock pthread_rwlock_trywrlock pthread_rwlock_unlock
+pthread_rwlock_wrlock pthread_rwlockattr_destroy pthread_rwlockattr_getkind_np
+pthread_rwlockattr_getpshared pthread_rwlockattr_init pthread_rwlockattr_setkind_np
+pthread_rwlockattr_setpshared pthread_rwlockattr_t pthread_self pthread_setaffinity_np
+pthread_setattr_default_np pthread_setcancelstate pthread_setcanceltype pthread_setconcurrency
+pthread_setname_np pthread_setschedparam pthread_setschedprio pthread_setspecific
+pthread_spin_destroy pthread_spin_init pthread_spin_lock pthread_spin_trylock pthread_spin_unlock
+pthread_spinlock_t pthread_t pthread_testcancel pthread_timedjoin_np pthread_tryjoin_np
+pthread_yield ptrdiff_t ptsname ptsname_r putc putc_unlocked putchar putchar_unlocked putenv puts
+putw putwc putwc_unlocked putwchar putwchar_unlocked qecvt qecvt_r qfcvt qfcvt_r qgcvt qsort qsort_r
+quad_t quick_exit rand rand_r random random_data random_r realloc reallocarray realpath register_t
+remove rename renameat renameat2 rewind rpmatch rsize_t scanf sched_get_priority_max
+sched_get_priority_min sched_getaffinity sched_getcpu sched_getparam sched_getscheduler sched_param
+sched_rr_get_interval sched_setaffinity sched_setparam sched_setscheduler sched_yield secure_getenv
+seed48 seed48_r select setbuf setbuffer setenv setlinebuf setlocale setns setstate setstate_r
+setvbuf sigset_t size_t snprintf sprintf srand srand48 srand48_r srandom srandom_r sscanf ssize_t
+strfromd strfromf strfromf128 strfromf32 strfromf32x strfromf64 strfromf64x strfroml strftime
+strftime_l strptime strptime_l strtod strtod_l strtof strtof128 strtof128_l strtof32 strtof32_l
+strtof32x strtof32x_l strtof64 strtof64_l strtof64x strtof64x_l strtof_l strtol strtol_l strtold
+strtold_l strtoll strtoll_l strtoq strtoul strtoul_l strtoull strtoull_l strtouq suseconds_t
+swprintf swscanf system tempnam time time_t timegm timelocal timer_create timer_delete
+timer_getoverrun timer_gettime timer_settime timer_t timespec timespec_get timespec_getres timeval
+timex timezone tm tmpfile tmpfile64 tmpnam tmpnam_r toascii tolower tolower_l toupper toupper_l
+towctrans towctrans_l towlower towlower_l towupper towupper_l tzname tzset u_char u_int u_int16_t
+u_int32_t u_int64_t u_int8_t u_long u_quad_t u_short uid_t uint uint16_t uint32_t uint64_t uint8_t
+uint_fast16_t uint_fast32_t uint_fast64_t uint_fast8_t uint_least16_t uint_least32_t uint_least64_t
+uint_least8_t uintmax_t uintptr_t ulong ungetc ungetwc unlockpt unsetenv unshare useconds_t
+uselocale ushort va_arg va_copy va_end va_list va_start valloc vasprintf vdprintf vfprintf vfscanf
+vfwprintf vfwscanf vprintf vscanf vsnprintf vsprintf vsscanf vswprintf vswscanf vwprintf vwscanf
+wcpcpy wcpncpy wcrtomb wcscasecmp wcscasecmp_l wcscat wcschr wcschrnul wcscmp wcscoll wcscoll_l
+wcscpy wcscspn wcsdup wcsftime wcsftime_l wcslen wcsncasecmp wcsncasecmp_l wcsncat wcsncmp wcsncpy
+wcsnlen wcsnrtombs wcspbrk wcsrchr wcsrtombs wcsspn wcsstr wcstod wcstod_l wcstof wcstof128
+wcstof128_l wcstof32 wcstof32_l wcstof32x wcstof32x_l wcstof64 wcstof64_l wcstof64x wcstof64x_l
+wcstof_l wcstok wcstol wcstol_l wcstold wcstold_l wcstoll wcstoll_l wcstombs wcstoq wcstoul
+wcstoul_l wcstoull wcstoull_l wcstouq wcswcs wcswidth wcsxfrm wcsxfrm_l wctob wctomb wctrans
+wctrans_l wctrans_t wctype wctype_l wctype_t wcwidth wint_t wmemchr wmemcmp wmemcpy wmemmove
+wmempcpy wmemset wprintf wscanf
+)";
+
+std::set<std::string_view> wordsOf(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \n";
+    std::set<std::string_view> words;
+    std::size_t begin = text.find_first_not_of(kBlanks);
+    while (begin != std::string_view::npos) {
+        const std::size_t end = text.find_first_of(kBlanks, begin);
+        words.insert(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(kBlanks, end);
+    }
+    return words;
+}
+
+} // namespace
+
+bool isHeaderMacro(std::string_view name)
+{
+    static const std::set<std::string_view> words = wordsOf(kMacros);
+    return words.contains(name);
+}
+
+bool isHeaderName(std::string_view name)
+{
+    static const std::set<std::string_view> words = wordsOf(kGlobalNames);
+    return isHeaderMacro(name) || words.contains(name);
+}
+
+} // namespace scenariomatch
