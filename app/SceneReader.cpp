@@ -3,6 +3,7 @@
 #include "app/FrameClock.h"
 #include "app/SceneFault.h"
 #include "app/SceneMap.h"
+#include "app/YamlDocument.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -364,11 +365,11 @@ void SceneReader::checkIds()
 
 YAML::Node onlyDocument(const std::string& text)
 {
-    const std::vector<YAML::Node> documents = YAML::LoadAll(text);
-    if (documents.size() > 1) {
-        throw SceneFault{documents[1].Mark(), "a scene file holds one scene"};
+    const YamlDocument document = readYamlDocument(text);
+    if (document.next) {
+        throw SceneFault{*document.next, "a scene file holds one scene"};
     }
-    return documents.empty() ? YAML::Node() : documents.front();
+    return document.root;
 }
 
 } // namespace

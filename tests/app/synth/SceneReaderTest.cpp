@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadScene{
             "TwoDocuments",
             "duration: 1\n---\nduration: 2\n",
-            "s.yaml:3:1: a scene file holds one scene\nduration: 2\n^\n"},
+            "s.yaml:2:1: a scene file holds one scene\n---\n^\n"},
         BadScene{
             "UnknownKey",
             "durations: 1\n",
