@@ -5,8 +5,10 @@ A ```text block that follows a ```sh block is what the commands print on standar
 itself (building and testing the whole tree) are not run again; what SCENARIOMATCH_DEMO_OUTPUT holds, the output of
 ./scripts/demo, must contain the lines printed for it. A block after a line "<!-- needs SCENARIOMATCH_DATA -->"
 runs where that folder is named. A block after a line "<!-- file: NAME -->" is that file: it is written for the blocks that
-follow; where they have made one of this name, or --same-as has one, it must be the same. With --prefix the program and the
-package that projects find are those installed there. Exit status 77 (skipped) when a document has no block to run.
+follow; where they have made one of this name, or --same-as has one, it must be the same. With --prefix the installation there
+is that of the folder scenariomatch in the home folder, and what finds it is what the document exports, or another that
+--exports names: a block of nothing but exports counts for all that follow. With --root the packages lie below another root.
+In both cases a block of sources must be a file. Exit status 77 (skipped) when a document has no block to run.
 """
 import argparse
 import os
@@ -21,6 +23,9 @@ FENCE = re.compile(r"^```(\w*)\s*$")
 RUN_BY_CI = ("./scripts/test", "./scripts/demo", "./scripts/package")
 NEEDS_DATA = "<!-- needs SCENARIOMATCH_DATA -->"
 FILE = re.compile(r"^<!-- file: (\S+) -->$")
+SOURCES = ("cmake", "cpp", "json")
+# Of what one block prints; more is a fault.
+MOST_OUTPUT = 1_000_000
 
 
 def blocks(text):
@@ -65,15 +70,50 @@ def fault_of_file(path, body, same_as):
     return None
 
 
-def environment_for(program_folder, prefix):
-    environment = dict(os.environ, PATH=f"{program_folder}:{os.environ['PATH']}", COLUMNS="100", LC_ALL="C.UTF-8")
-    if prefix:
-        environment["CMAKE_PREFIX_PATH"] = str(prefix)
-        environment["PKG_CONFIG_PATH"] = ":".join(map(str, prefix.glob("lib/**/pkgconfig")))
+def environment_for(program_folder, root):
+    """What finds a program that is built, or packages that are installed below another root."""
+    environment = dict(os.environ, COLUMNS="100", LC_ALL="C.UTF-8")
+    if program_folder:
+        environment["PATH"] = f"{program_folder}:{environment['PATH']}"
+    if root:
+        environment["PATH"] = f"{root}/usr/bin:{environment['PATH']}"
+        environment["CMAKE_PREFIX_PATH"] = str(root / "usr")
+        environment["PKG_CONFIG_PATH"] = ":".join(map(str, root.glob("usr/lib/**/pkgconfig")))
     return environment
 
 
-def run_document(document, source, environment, same_as):
+def home_environment(environment, home, prefix):
+    """That of somebody who has the installation in the home folder, and has told no program of it."""
+    (home / "scenariomatch").symlink_to(prefix)
+    hidden = ("CMAKE_PREFIX_PATH", "PKG_CONFIG_PATH")
+    return {name: value for name, value in environment.items() if name not in hidden} | {"HOME": str(home)}
+
+
+def is_exports(language, body):
+    return language == "sh" and all(line.startswith("export ") for line in body.splitlines())
+
+
+def exported(body, environment):
+    """The environment after a block of exports."""
+    listed = subprocess.run(["bash", "-euc", body + "env -0"], env=environment, stdout=subprocess.PIPE, check=True).stdout
+    return dict(entry.split("=", 1) for entry in listed.decode().split("\0") if entry)
+
+
+def run_block(body, folder, environment):
+    """Exit status, and what was printed on standard output and standard error."""
+    with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as talk:
+        status = subprocess.run(["bash", "-euo", "pipefail", "-c", body], cwd=folder, env=environment, stdout=out,
+                                stderr=talk, timeout=100, stdin=subprocess.DEVNULL).returncode
+        texts = []
+        for file in (out, talk):
+            if file.seek(0, os.SEEK_END) > MOST_OUTPUT:
+                return 1, "", f"it prints more than {MOST_OUTPUT} bytes\n"
+            file.seek(0)
+            texts.append(file.read().decode(errors="replace").replace("\r\n", "\n"))
+    return status, *texts
+
+
+def run_document(document, source, environment, same_as, is_installed):
     found, failed, output = 0, 0, None
     with tempfile.TemporaryDirectory() as folder:
         tree_copy(source, pathlib.Path(folder))
@@ -91,6 +131,12 @@ def run_document(document, source, environment, same_as):
                 failed += bool(fault)
                 print(f"{place}: {fault}" if fault else f"{place}: {name}")
                 continue
+            if is_installed and language in SOURCES:
+                failed += 1
+                print(f"{place}: this block is no file: a line such as <!-- file: host/main.cpp --> goes before it")
+            if is_exports(language, body):
+                environment = exported(body, environment)
+                continue
             if language == "sh" and body.startswith("./scripts/demo") and "SCENARIOMATCH_DEMO_OUTPUT" in environment:
                 output = lines_of_demo(environment["SCENARIOMATCH_DEMO_OUTPUT"])
             if language != "sh" or body.lstrip().startswith(RUN_BY_CI):
@@ -98,13 +144,10 @@ def run_document(document, source, environment, same_as):
             if needs_data and "SCENARIOMATCH_DATA" not in environment:
                 continue
             found += 1
-            result = subprocess.run(
-                ["bash", "-euo", "pipefail", "-c", body], cwd=folder, env=environment, text=True,
-                capture_output=True, timeout=100, stdin=subprocess.DEVNULL)
-            if result.returncode != 0:
+            status, output, talk = run_block(body, folder, environment)
+            if status != 0:
                 failed += 1
-                print(f"{place}: exit status {result.returncode}\n{result.stdout}{result.stderr}")
-            output = result.stdout
+                print(f"{place}: exit status {status}\n{output}{talk}")
     return found, failed
 
 
@@ -114,13 +157,21 @@ def main():
     where = parser.add_mutually_exclusive_group(required=True)
     where.add_argument("--program-folder", type=pathlib.Path)
     where.add_argument("--prefix", type=pathlib.Path)
+    where.add_argument("--root", type=pathlib.Path)
+    parser.add_argument("--exports", type=pathlib.Path, metavar="DOCUMENT")
     parser.add_argument("--same-as", type=pathlib.Path, metavar="FOLDER")
     parser.add_argument("document", type=pathlib.Path)
     arguments = parser.parse_args()
-    prefix = arguments.prefix and arguments.prefix.resolve()
-    environment = environment_for(prefix / "bin" if prefix else arguments.program_folder.resolve(), prefix)
-    found, failed = run_document(arguments.document.resolve(), arguments.source.resolve(), environment,
-                                 arguments.same_as)
+    environment = environment_for(arguments.program_folder and arguments.program_folder.resolve(),
+                                  arguments.root and arguments.root.resolve())
+    with tempfile.TemporaryDirectory() as home:
+        if arguments.prefix:
+            environment = home_environment(environment, pathlib.Path(home), arguments.prefix.resolve())
+        if arguments.exports:
+            for language, _, body, *_ in blocks(arguments.exports.read_text(encoding="utf-8")):
+                environment = exported(body, environment) if is_exports(language, body) else environment
+        found, failed = run_document(arguments.document.resolve(), arguments.source.resolve(), environment,
+                                     arguments.same_as, arguments.program_folder is None)
     print(f"{found} blocks run, {failed} wrong")
     if failed:
         return 1
