@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 #include <string>
+#include <vector>
 
 namespace scenariomatch
 {
@@ -15,8 +16,9 @@ namespace
 std::string usageText(const CLI::App* program, const CLI::Error& error)
 {
     std::string command = program->get_name();
-    for (const CLI::App* const used : program->get_subcommands()) {
-        command += " " + used->get_name();
+    for (std::vector<CLI::App*> used = program->get_subcommands(); !used.empty();
+         used = used.front()->get_subcommands()) {
+        command += " " + used.front()->get_name();
     }
     return command + ": " + error.what() + "\nRun with --help for more information.\n";
 }

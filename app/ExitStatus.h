@@ -36,7 +36,7 @@ constexpr std::array<ExitMeaning, 7> kExitMeanings{
      {kExitTracks, "the tracks cannot be used, or --strict stopped"},
      {kExitPlugin, "a plug-in cannot be loaded, or there are no operators"},
      {kExitOutput,
-      "the output cannot be written, the XML event file included; what generate would write is "
-      "there already"}}};
+      "the output cannot be written, the XML event file included; what generate or new would "
+      "write is there already, or new lacks its template"}}};
 
 } // namespace scenariomatch

@@ -2,6 +2,7 @@
 
 #include "app/AccessorCheck.h"
 #include "app/ExitStatus.h"
+#include "app/NewFiles.h"
 #include "app/OptionChecks.h"
 #include "app/RunFiles.h"
 #include "types/AccessorSources.h"
@@ -13,12 +14,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <fmt/format.h>
 #include <iterator>
 #include <optional>
 #include <ostream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -55,68 +54,36 @@ std::vector<SourceFile> sourcesOf(const std::vector<CClass>& types, GeneratedPar
     return files;
 }
 
-std::string pathOf(const std::string& folder, const SourceFile& file)
-{
-    return (std::filesystem::path(folder) / file.name).string();
-}
-
-// Whether anything is there, a link to nowhere too.
-bool isThere(const std::string& path)
-{
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
-}
-
-// Makes sure that all files can be written without loss before the first one is.
-int prepareFolder(
-    const GenerateOptions& options, const std::vector<SourceFile>& files, std::ostream& talk)
+// No file may be written over the description itself.
+std::string clashWithObjects(const GenerateOptions& options, const std::vector<SourceFile>& files)
 {
     for (const SourceFile& file : files) {
-        const std::string path = pathOf(options.output, file);
-        const std::string clash = clashOf({{"--objects", options.objects}}, {{"--output", path}});
+        std::string clash =
+            clashOf({{"--objects", options.objects}}, {{"--output", pathIn(options.output, file)}});
         if (!clash.empty()) {
-            return fail(kExitUsage, talk, clash);
+            return clash;
         }
     }
-    const auto old = std::find_if(files.begin(), files.end(), [&options](const SourceFile& file) {
-        return !options.isForced && isThere(pathOf(options.output, file));
-    });
-    if (old != files.end()) {
-        return fail(
-            kExitOutput,
-            talk,
-            fmt::format(
-                "{} is there already; nothing is written (--force writes over it)",
-                pathOf(options.output, *old)));
-    }
-    std::error_code error;
-    std::filesystem::create_directories(options.output, error);
-    if (error) {
-        return fail(
-            kExitOutput, talk, fmt::format("cannot make {}: {}", options.output, error.message()));
-    }
-    return kExitDone;
+    return "";
 }
 
-int writeFiles(
-    const std::string& folder,
+int writeAll(
+    const GenerateOptions& options,
     const std::vector<SourceFile>& files,
     std::ostream& out,
     std::ostream& talk)
 {
-    for (const SourceFile& file : files) {
-        const std::string path = pathOf(folder, file);
-        if (!writeSourceFile(folder, file)) {
-            const std::string reason = std::strerror(errno);
-            return fail(kExitOutput, talk, fmt::format("cannot write {}: {}", path, reason));
-        }
-        out << path << '\n';
+    const std::string clash = clashWithObjects(options, files);
+    if (!clash.empty()) {
+        return fail(kExitUsage, talk, clash);
     }
-    out.flush();
-    if (!out.good()) {
-        return fail(kExitOutput, talk, "cannot write the names of the files");
+    const OldFiles oldFiles = options.isForced ? OldFiles::Replace : OldFiles::Keep;
+    const std::string fault = writeNewFiles(options.output, files, oldFiles, out);
+    if (fault.empty()) {
+        return kExitDone;
     }
-    return kExitDone;
+    const bool isKept = fault.ends_with("nothing is written");
+    return fail(kExitOutput, talk, fault + (isKept ? " (--force replaces it)" : ""));
 }
 
 } // namespace
@@ -130,6 +97,7 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
         ->required();
     command->add_option("--output", options.output, "Folder to write to; made where it is missing")
         ->type_name("FOLDER")
+        ->check(notEmpty())
         ->required();
     const Choices<GeneratedPart> parts{
         {"types", GeneratedPart::Types},
@@ -142,7 +110,7 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
         parts,
         "Only the types' classes (types), the functions over them (accessor) or the skeleton that "
         "converts objects (conversion)");
-    command->add_flag("--force", options.isForced, "Write over files that are there");
+    command->add_flag("--force", options.isForced, "Replace files that are there");
     command->footer(
         "Examples:\n"
         "  scenariomatch generate --objects examples/accessors/objects.txt --output accessors\n"
@@ -170,9 +138,7 @@ int runGenerate(const GenerateOptions& options, std::ostream& out, std::ostream&
     if (!problems.empty()) {
         return kExitModel;
     }
-    const std::vector<SourceFile> files = sourcesOf(types.m_classes, options.part);
-    const int status = prepareFolder(options, files, talk);
-    return status == kExitDone ? writeFiles(options.output, files, out, talk) : status;
+    return writeAll(options, sourcesOf(types.m_classes, options.part), out, talk);
 }
 
 } // namespace scenariomatch

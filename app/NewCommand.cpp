@@ -2,18 +2,17 @@
 
 #include "app/CppNames.h"
 #include "app/ExitStatus.h"
+#include "app/NewFiles.h"
+#include "app/OptionChecks.h"
 #include "types/TextFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
+#include <fmt/format.h>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace scenariomatch
@@ -27,11 +26,36 @@ constexpr std::string_view kTemplateName = "LeftOf";
 constexpr std::array<std::string_view, 3> kTemplateFiles{
     "CMakeLists.txt", "LeftOf.cpp", "LeftOfTest.cpp"};
 
-struct NewFile
+// What the standard operators and their files are called, where C++ could have it as a name. An
+// operator of such a name would take the place of a standard one.
+bool isStandardName(std::string_view name)
 {
-    std::filesystem::path path;
-    std::string text;
-};
+    static const std::set<std::string_view> names{
+        "abs",           "add",          "after",         "and",
+        "before",        "contains",     "crossed",       "crossedLeft",
+        "crossedRight",  "crossed_left", "crossed_right", "displacement",
+        "distance",      "divide",       "duration",      "during",
+        "equal",         "equals",       "finishedBy",    "finished_by",
+        "finishes",      "gap",          "greater",       "greater_equal",
+        "heading",       "in",           "less",          "less_equal",
+        "max",           "meets",        "metBy",         "met_by",
+        "min",           "multiply",     "near",          "not",
+        "not_equal",     "or",           "out",           "overlappedBy",
+        "overlapped_by", "overlaps",     "speed",         "startedBy",
+        "started_by",    "starts",       "stationary",    "subtract",
+        "value"};
+    return names.contains(name);
+}
+
+// Why no operator may have the name; empty when one may.
+std::string operatorNameFault(const std::string& name)
+{
+    std::string fault = cppNameFault(name);
+    if (fault.empty() && isStandardName(name)) {
+        fault = "names a standard operator: expected another name";
+    }
+    return fault;
+}
 
 std::string renamed(std::string text, const std::string& name)
 {
@@ -43,35 +67,26 @@ std::string renamed(std::string text, const std::string& name)
 }
 
 // Nothing when the template is not complete.
-std::vector<NewFile> filesOf(
-    const std::filesystem::path& templateFolder,
-    const std::filesystem::path& folder,
-    const std::string& name)
+std::vector<SourceFile>
+filesOf(const std::filesystem::path& templateFolder, const std::string& name)
 {
-    std::vector<NewFile> files;
+    std::vector<SourceFile> files;
     for (const std::string_view file : kTemplateFiles) {
         const std::optional<std::string> text = readTextFile((templateFolder / file).string());
         if (!text) {
             return {};
         }
-        files.push_back({folder / renamed(std::string(file), name), renamed(*text, name)});
+        files.push_back({renamed(std::string(file), name), renamed(*text, name)});
     }
     return files;
 }
 
-// Never over a file that is there.
-bool writeNew(const NewFile& file)
-{
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
-        std::fopen(file.path.c_str(), "wbx"), std::fclose);
-    return stream != nullptr &&
-           std::fwrite(file.text.data(), 1, file.text.size(), stream.get()) == file.text.size() &&
-           std::fflush(stream.get()) == 0;
-}
-
-// As a shell takes it for one word.
+// As a shell takes it for one word, and no program for an option.
 std::string shellWord(const std::string& text)
 {
+    if (text.starts_with('-')) {
+        return shellWord("./" + text);
+    }
     const auto isPlain = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
                std::string_view("_./-").find(c) != std::string_view::npos;
@@ -86,25 +101,10 @@ std::string shellWord(const std::string& text)
     return word + "'";
 }
 
-// Empty when all files are written.
-std::string writeAll(const std::vector<NewFile>& files, const std::filesystem::path& folder)
+int fail(int status, std::ostream& talk, const std::string& reason)
 {
-    std::error_code error;
-    for (const NewFile& file : files) {
-        if (std::filesystem::exists(std::filesystem::symlink_status(file.path, error))) {
-            return file.path.string() + " is there already; nothing is written";
-        }
-    }
-    std::filesystem::create_directories(folder, error);
-    if (error) {
-        return "cannot make " + folder.string() + ": " + error.message();
-    }
-    for (const NewFile& file : files) {
-        if (!writeNew(file)) {
-            return "cannot write " + file.path.string() + ": " + std::strerror(errno);
-        }
-    }
-    return "";
+    talk << "scenariomatch new operator: " << reason << '\n';
+    return status;
 }
 
 } // namespace
@@ -113,47 +113,45 @@ CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options)
 {
     CLI::App* const command = program.add_subcommand("new", "Write a project to begin with");
     command->require_subcommand(1);
-    command->footer("Examples:\n"
-                    "  scenariomatch new operator LeftOf\n"
-                    "  scenariomatch new operator Faster --output my-operators/faster");
+    const std::string examples = "Examples:\n"
+                                 "  scenariomatch new operator LeftOf\n"
+                                 "  scenariomatch new operator Faster --output my-operators/faster";
+    command->footer(examples);
     CLI::App* const made =
         command->add_subcommand("operator", "Write an operator with its test, ready to build");
-    made->add_option("NAME", options.name, "Name of the operator, its class and its file")
-        ->required();
+    made->add_option("NAME", options.name, "Name of the operator and its file")->required();
     made->add_option("--output", options.output, "Folder to write into; default: NAME")
-        ->type_name("FOLDER");
-    made->footer("Examples:\n"
-                 "  scenariomatch new operator LeftOf\n"
-                 "  scenariomatch new operator Faster --output my-operators/faster");
+        ->type_name("FOLDER")
+        ->check(notEmpty());
+    made->footer(examples);
     return made;
 }
 
 int runNewOperator(
     const NewOperatorOptions& options,
     const std::filesystem::path& templateFolder,
+    std::ostream& out,
     std::ostream& talk)
 {
-    talk << "scenariomatch new operator: ";
-    const std::string nameFault = cppNameFault(options.name);
+    const std::string nameFault = operatorNameFault(options.name);
     if (!nameFault.empty()) {
-        talk << '"' << options.name << "\" " << nameFault << '\n';
-        return kExitUsage;
+        return fail(kExitUsage, talk, fmt::format("{:?} {}", options.name, nameFault));
     }
-    const std::filesystem::path folder = options.output.empty() ? options.name : options.output;
-    const std::vector<NewFile> files = filesOf(templateFolder, folder, options.name);
+    const std::vector<SourceFile> files = filesOf(templateFolder, options.name);
     if (files.empty()) {
-        talk << "no template in " << templateFolder.string() << '\n';
-        return kExitModel;
+        return fail(kExitOutput, talk, fmt::format("no template in {}", templateFolder.string()));
     }
-    const std::string fault = writeAll(files, folder);
+    const std::string folder = options.output.empty() ? options.name : options.output;
+    const std::string fault = writeNewFiles(folder, files, OldFiles::Keep, out);
     if (!fault.empty()) {
-        talk << fault << '\n';
-        return kExitOutput;
+        return fail(kExitOutput, talk, fault);
     }
-    const std::string where = shellWord(folder.string());
-    talk << options.name << " is in " << where << "; build and test it with\n  cmake -S " << where
-         << " -B " << where << "/build && cmake --build " << where << "/build && ctest --test-dir "
-         << where << "/build\n";
+    const std::string where = shellWord(folder);
+    talk << fmt::format(
+        "scenariomatch new operator: build and test {0} with\n  cmake -S {1} -B {1}/build && cmake "
+        "--build {1}/build && ctest --test-dir {1}/build\n",
+        options.name,
+        where);
     return kExitDone;
 }
 

@@ -31,4 +31,12 @@ CLI::Validator oneOf(const std::vector<std::string>& names)
     return {fault, ""};
 }
 
+CLI::Validator notEmpty()
+{
+    const auto fault = [](const std::string& text) {
+        return text.empty() ? std::string("needs a name, not \"\"") : std::string();
+    };
+    return {fault, ""};
+}
+
 } // namespace scenariomatch

@@ -14,6 +14,9 @@ CLI::Validator numberBetween(double least, double most, const std::string& range
 // Refuses what is none of the names.
 CLI::Validator oneOf(const std::vector<std::string>& names);
 
+// Refuses a name of no characters, which no file or folder can have.
+CLI::Validator notEmpty();
+
 // The names and values that an option chooses from.
 template <typename Value>
 using Choices = std::vector<std::pair<std::string, Value>>;

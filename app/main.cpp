@@ -40,7 +40,10 @@ int runProgram(int argc, char** argv)
     }
     if (line.newOperator->parsed()) {
         return runNewOperator(
-            line.newOperatorOptions, scenariomatch::installedOperatorTemplate(), std::cerr);
+            line.newOperatorOptions,
+            scenariomatch::installedOperatorTemplate(),
+            std::cout,
+            std::cerr);
     }
     return runOperators(line.operatorsOptions, std::cout, std::cerr);
 }

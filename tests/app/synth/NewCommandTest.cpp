@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <string>
 
@@ -38,13 +39,16 @@ protected:
     // Returns the status; what is said is kept.
     int write(const std::string& name, const std::string& output)
     {
+        std::ostringstream out;
         std::ostringstream talk;
-        const int status = runNewOperator({name, output}, SYNTH_TEST_TEMPLATE, talk);
+        const int status = runNewOperator({name, output}, SYNTH_TEST_TEMPLATE, out, talk);
+        m_out = out.str();
         m_talk = talk.str();
         return status;
     }
 
     std::filesystem::path m_folder;
+    std::string m_out;
     std::string m_talk;
 };
 
@@ -59,17 +63,20 @@ TEST_F(NewCommand, WritesAnOperatorWithItsTest)
         testing::HasSubstr(
             "scenariomatch_add_operator(NAME Faster SOURCES Faster.cpp TEST FasterTest.cpp)"));
     EXPECT_THAT(
-        textOf(folder + "/Faster.cpp"), testing::HasSubstr("class Faster : public QObject"));
+        textOf(folder + "/Faster.cpp"),
+        testing::HasSubstr("class FasterOperator : public QObject"));
     EXPECT_THAT(textOf(folder + "/Faster.cpp"), testing::HasSubstr("#include \"Faster.moc\""));
     EXPECT_THAT(textOf(folder + "/FasterTest.cpp"), testing::HasSubstr("find(\"Faster\")"));
     for (const char* const file : {"/CMakeLists.txt", "/Faster.cpp", "/FasterTest.cpp"}) {
         EXPECT_THAT(textOf(folder + file), testing::Not(testing::HasSubstr("LeftOf")));
     }
     EXPECT_EQ(
+        m_out,
+        folder + "/CMakeLists.txt\n" + folder + "/Faster.cpp\n" + folder + "/FasterTest.cpp\n");
+    EXPECT_EQ(
         m_talk,
-        "scenariomatch new operator: Faster is in " + folder +
-            "; build and test it with\n  cmake -S " + folder + " -B " + folder +
-            "/build && cmake --build " + folder + "/build && ctest --test-dir " + folder +
+        "scenariomatch new operator: build and test Faster with\n  cmake -S " + folder + " -B " +
+            folder + "/build && cmake --build " + folder + "/build && ctest --test-dir " + folder +
             "/build\n");
 }
 
@@ -80,6 +87,15 @@ TEST_F(NewCommand, PrintsCommandsThatAShellUnderstands)
         m_talk,
         testing::HasSubstr(
             " && ctest --test-dir '" + m_folder.string() + "/what'\\''s new'/build\n"));
+}
+
+TEST_F(NewCommand, PrintsAFolderThatNoProgramTakesForAnOption)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(m_folder);
+    EXPECT_EQ(write("Faster", "-y"), 0);
+    std::filesystem::current_path(before);
+    EXPECT_THAT(m_talk, testing::HasSubstr("\n  cmake -S ./-y -B ./-y/build && "));
 }
 
 TEST_F(NewCommand, WritesTheTemplateItselfUnderItsOwnName)
@@ -139,13 +155,45 @@ TEST_F(NewCommand, RefusesWhatCannotNameAClass)
     for (const char* const name : {"", "a-b", "a b", "../up", "Left/Of", "_Fast", "a__b", "x;y"}) {
         EXPECT_EQ(write(name, m_folder.string()), 2) << name;
     }
+    EXPECT_EQ(write("a\nb", m_folder.string()), 2);
+    EXPECT_THAT(m_talk, testing::StartsWith("scenariomatch new operator: \"a\\nb\" is no C++"));
     EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+}
+
+TEST_F(NewCommand, RefusesTheNamesOfStandardOperatorsAndTheirFiles)
+{
+    const std::regex definition("operatorDefinition\\(\\)[^\"]*\"([^\"]+)\"");
+    std::istringstream files(SYNTH_TEST_OPERATORS);
+    int tried = 0;
+    for (std::string file; files >> file; ++tried) {
+        const std::string text = textOf(SYNTH_TEST_ROOT "/operators/" + file + ".cpp");
+        std::smatch found;
+        ASSERT_TRUE(std::regex_search(text, found, definition)) << file;
+        EXPECT_EQ(write(found.str(1), m_folder.string()), 2) << found.str(1);
+        EXPECT_EQ(write(std::filesystem::path(file).filename(), m_folder.string()), 2) << file;
+    }
+    EXPECT_GT(tried, 40);
+    EXPECT_EQ(write("near", m_folder.string()), 2);
+    EXPECT_EQ(
+        m_talk,
+        "scenariomatch new operator: \"near\" names a standard operator: expected another name\n");
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+}
+
+TEST_F(NewCommand, UsesTheNameOnlyAsPartOfCppNames)
+{
+    std::string text = textOf(SYNTH_TEST_TEMPLATE "/LeftOf.cpp");
+    text += textOf(SYNTH_TEST_TEMPLATE "/LeftOfTest.cpp");
+    ASSERT_TRUE(std::regex_search(text, std::regex("\\bLeftOfOperator\\b")));
+    const std::string code = std::regex_replace(text, std::regex("\"[^\"\n]*\"|//[^\n]*"), "");
+    EXPECT_FALSE(std::regex_search(code, std::regex("\\bLeftOf\\b")));
 }
 
 TEST_F(NewCommand, SaysThatThereIsNoTemplate)
 {
+    std::ostringstream out;
     std::ostringstream talk;
-    EXPECT_EQ(runNewOperator({"Faster", m_folder.string()}, "/nowhere/at/all", talk), 3);
+    EXPECT_EQ(runNewOperator({"Faster", m_folder.string()}, "/nowhere/at/all", out, talk), 6);
     EXPECT_EQ(talk.str(), "scenariomatch new operator: no template in /nowhere/at/all\n");
     EXPECT_TRUE(std::filesystem::is_empty(m_folder));
 }

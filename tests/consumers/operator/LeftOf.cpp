@@ -3,14 +3,14 @@
 #include <QObject>
 
 // Whether the first of two points has the smaller x. In a model: (LeftOf(p->Position, q->Position))
-class LeftOf : public QObject, public CSOperatorInterfaceAbstract
+class LeftOfOperator : public QObject, public CSOperatorInterfaceAbstract
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "kestra.quorin.trx.CSOperatorInterfaceAbstract/1.0")
     Q_INTERFACES(CSOperatorInterfaceAbstract)
 
 public:
-    LeftOf() { m_name = "LeftOf"; }
+    LeftOfOperator() { m_name = "LeftOf"; }
 
     // Any arguments may come: none, too many, missing ones, values of other types.
     std::shared_ptr<CSBasicType>
