@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CheckCommand.h"
 #include "app/GenerateCommand.h"
 #include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
@@ -27,6 +28,7 @@ struct CommandLine
 
     CLI::App program;
     RunOptions runOptions;
+    CheckOptions checkOptions;
     SynthOptions synthOptions;
     OperatorsOptions operatorsOptions;
     GenerateOptions generateOptions;
@@ -34,6 +36,7 @@ struct CommandLine
     ScoreOptions scoreOptions;
     // The commands belong to the program.
     const CLI::App* run;
+    const CLI::App* check;
     const CLI::App* synth;
     const CLI::App* operators;
     const CLI::App* generate;

@@ -235,6 +235,15 @@ mergeParameters(const StorageFile& file, const RunParameterSources& sources, std
     return written(values);
 }
 
+std::vector<std::string> knownParameters()
+{
+    std::vector<std::string> keys;
+    for (const KnownParameter& known : kKnown) {
+        keys.emplace_back(known.key);
+    }
+    return keys;
+}
+
 std::string alarmLevelWarning(const std::string& level)
 {
     constexpr std::array<std::string_view, 4> kLevels{

@@ -50,6 +50,9 @@ struct RunParameters
 std::optional<RunParameters>
 mergeParameters(const StorageFile& file, const RunParameterSources& sources, std::string& error);
 
+// The keys that a parameter file may hold.
+std::vector<std::string> knownParameters();
+
 // What the process makes of an alarm level that there is not; empty for the others, and for none.
 std::string alarmLevelWarning(const std::string& level);
 

@@ -29,6 +29,9 @@ int runProgram(int argc, char** argv)
     if (line.run->parsed()) {
         return runRun(line.runOptions, std::cout, std::cerr);
     }
+    if (line.check->parsed()) {
+        return runCheck(line.checkOptions, std::cout, std::cerr);
+    }
     if (line.synth->parsed()) {
         return runSynth(line.synthOptions, std::cout, std::cerr);
     }

@@ -1,0 +1,161 @@
+#include "app/CheckCommand.h"
+
+#include "app/ExitStatus.h"
+#include "lint/Diagnostic.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+
+namespace
+{
+
+using namespace scenariomatch;
+
+struct Outcome
+{
+    int status = -1;
+    std::string out;
+    std::string talk;
+};
+
+Outcome check(const CheckOptions& options)
+{
+    std::ostringstream out;
+    std::ostringstream talk;
+    const int status = runCheck(options, out, talk);
+    return {status, out.str(), talk.str()};
+}
+
+// The models and context of tests/data/lint, named as seen from there.
+class LobbyModels : public testing::Test
+{
+protected:
+    LobbyModels()
+        : m_before(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(SCENARIOMATCH_TEST_DATA "/lint");
+        m_options.modelFiles = {"lobby.models"};
+        m_options.context = "context.xml";
+    }
+
+    LobbyModels(const LobbyModels&) = delete;
+    LobbyModels(LobbyModels&&) = delete;
+    LobbyModels& operator=(const LobbyModels&) = delete;
+    LobbyModels& operator=(LobbyModels&&) = delete;
+
+    ~LobbyModels() override { std::filesystem::current_path(m_before); }
+
+    CheckOptions m_options;
+
+private:
+    std::filesystem::path m_before;
+};
+
+TEST_F(LobbyModels, AreReportedInTheMannerOfCompilers)
+{
+    const Outcome outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitNo);
+    EXPECT_EQ(
+        outcome.out,
+        "lobby.models:8:14: error: 'Bank_Zone' is no zone of this scene [unknown-object]\n"
+        "    8 |   (z->Name = Bank_Zone))\n"
+        "      |              ^~~~~~~~~ did you mean 'BankZone' (context.xml:3)?\n"
+        "lobby.models:12:30: error: a Person has no attribute 'Positon' [unknown-attribute]\n"
+        "   12 |     Constraints((distance(p->Positon, q->Position) < 2))\n"
+        "      |                              ^~~~~~~ did you mean 'Position'?\n");
+    EXPECT_EQ(outcome.talk, "scenariomatch check: errors: 2, warnings: 0\n");
+}
+
+TEST_F(LobbyModels, AreReportedAsJson)
+{
+    m_options.format = DiagnosticFormat::Json;
+    const nlohmann::json document = nlohmann::json::parse(check(m_options).out);
+    const nlohmann::json expected = {
+        {"name", "unknown-object"},
+        {"severity", "error"},
+        {"file", "lobby.models"},
+        {"line", 8},
+        {"column", 14},
+        {"end_line", 8},
+        {"end_column", 23},
+        {"message", "'Bank_Zone' is no zone of this scene"},
+        {"hint", "did you mean 'BankZone' (context.xml:3)?"},
+        {"suggestion", "BankZone"}};
+    ASSERT_EQ(document.at("diagnostics").size(), 2U);
+    EXPECT_EQ(document.at("diagnostics").at(0), expected);
+}
+
+TEST_F(LobbyModels, AreReportedAsSarif)
+{
+    m_options.format = DiagnosticFormat::Sarif;
+    const nlohmann::json document = nlohmann::json::parse(check(m_options).out);
+    EXPECT_EQ(document.at("version"), "2.1.0");
+    const nlohmann::json& run = document.at("runs").at(0);
+    EXPECT_EQ(run.at("tool").at("driver").at("rules").size(), lint::rules().size());
+    const nlohmann::json& result = run.at("results").at(0);
+    EXPECT_EQ(result.at("ruleId"), "unknown-object");
+    EXPECT_EQ(result.at("level"), "error");
+    const nlohmann::json& place = result.at("locations").at(0).at("physicalLocation");
+    EXPECT_EQ(place.at("artifactLocation").at("uri"), "lobby.models");
+    EXPECT_EQ(place.at("region").at("startLine"), 8);
+    EXPECT_EQ(place.at("region").at("endColumn"), 23);
+    const nlohmann::json& change = result.at("fixes").at(0).at("artifactChanges").at(0);
+    EXPECT_EQ(change.at("replacements").at(0).at("insertedContent").at("text"), "BankZone");
+}
+
+TEST_F(LobbyModels, GiveNothingWhereNothingIsWrong)
+{
+    m_options.modelFiles = {SCENARIOMATCH_TEST_DATA "/../../examples/gate/crossings.txt"};
+    m_options.context.clear();
+    for (const DiagnosticFormat format :
+         {DiagnosticFormat::Text, DiagnosticFormat::Json, DiagnosticFormat::Sarif}) {
+        m_options.format = format;
+        const Outcome outcome = check(m_options);
+        EXPECT_EQ(outcome.status, kExitDone);
+        EXPECT_EQ(outcome.talk, "");
+        EXPECT_EQ(outcome.out.empty(), format == DiagnosticFormat::Text);
+    }
+}
+
+TEST_F(LobbyModels, ThatCannotBeReadHaveAStatusOfTheirOwn)
+{
+    m_options.modelFiles = {"lobby.models", "none.models"};
+    const Outcome outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitModel);
+    EXPECT_NE(
+        outcome.out.find("none.models:1:1: error: none.models cannot be read [unreadable-file]\n"),
+        std::string::npos);
+    m_options.modelFiles.clear();
+    m_options.parameterFile = "none.yaml";
+    EXPECT_EQ(check(m_options).status, kExitModel);
+}
+
+TEST(CheckCommand, TakesTheFilesOfAParameterFileFromAnotherFolder)
+{
+    CheckOptions options;
+    const std::string examples = SCENARIOMATCH_TEST_DATA "/../../examples";
+    options.parameterFile = examples + "/gate/gate.yaml";
+    options.common = examples + "/gate";
+    EXPECT_EQ(check(options).status, kExitDone);
+    options.common = examples + "/lobby";
+    const Outcome outcome = check(options);
+    EXPECT_EQ(outcome.status, kExitModel);
+    EXPECT_NE(outcome.out.find("/lobby/door.xml cannot be read"), std::string::npos);
+}
+
+TEST(CheckCommand, NeedsSomethingToCheck)
+{
+    for (const char* arguments :
+         {"check", "check --params a.yaml b.models", "check a.models --format xml"}) {
+        CheckOptions options;
+        CLI::App program("test");
+        addCheckCommand(program, options);
+        EXPECT_THROW(program.parse(arguments), CLI::ParseError) << arguments;
+    }
+}
+
+} // namespace
