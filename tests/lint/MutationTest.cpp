@@ -23,6 +23,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 namespace
@@ -318,7 +319,9 @@ class Example
 {
 public:
     Example(const std::string& name, const std::string& parameters)
-        : m_folder(std::filesystem::temp_directory_path() / fmt::format("lint-mutants-{}", name))
+        : m_folder(
+              std::filesystem::temp_directory_path() /
+              fmt::format("lint-mutants-{}-{}", name, getpid()))
     {
         std::filesystem::remove_all(m_folder);
         std::filesystem::copy(
