@@ -238,6 +238,7 @@ mergeParameters(const StorageFile& file, const RunParameterSources& sources, std
 std::vector<std::string> knownParameters()
 {
     std::vector<std::string> keys;
+    keys.reserve(kKnown.size());
     for (const KnownParameter& known : kKnown) {
         keys.emplace_back(known.key);
     }

@@ -7,7 +7,8 @@ itself (building and testing the whole tree) are not run again; what SCENARIOMAT
 runs where that folder is named. A block after a line "<!-- file: NAME -->" is that file: it is written for the blocks that
 follow; where they have made one of this name, or --same-as has one, it must be the same. With --prefix the installation there
 is that of the folder scenariomatch in the home folder, and what finds it is what the document exports, or another that
---exports names: a block of nothing but exports counts for all that follow. With --root the packages lie below another root.
+--exports names: a block of nothing but exports counts for all that follow. With --root the packages lie below another root,
+and such blocks are passed over.
 In both cases a block of sources must be a file. Exit status 77 (skipped) when a document has no block to run.
 """
 import argparse
@@ -113,7 +114,7 @@ def run_block(body, folder, environment):
     return status, *texts
 
 
-def run_document(document, source, environment, same_as, is_installed):
+def run_document(document, source, environment, same_as, place_of_program):
     found, failed, output = 0, 0, None
     with tempfile.TemporaryDirectory() as folder:
         tree_copy(source, pathlib.Path(folder))
@@ -131,11 +132,12 @@ def run_document(document, source, environment, same_as, is_installed):
                 failed += bool(fault)
                 print(f"{place}: {fault}" if fault else f"{place}: {name}")
                 continue
-            if is_installed and language in SOURCES:
+            if place_of_program != "tree" and language in SOURCES:
                 failed += 1
                 print(f"{place}: this block is no file: a line such as <!-- file: host/main.cpp --> goes before it")
             if is_exports(language, body):
-                environment = exported(body, environment)
+                # They find an installation in the home folder; packages need none.
+                environment = environment if place_of_program == "packages" else exported(body, environment)
                 continue
             if language == "sh" and body.startswith("./scripts/demo") and "SCENARIOMATCH_DEMO_OUTPUT" in environment:
                 output = lines_of_demo(environment["SCENARIOMATCH_DEMO_OUTPUT"])
@@ -170,8 +172,9 @@ def main():
         if arguments.exports:
             for language, _, body, *_ in blocks(arguments.exports.read_text(encoding="utf-8")):
                 environment = exported(body, environment) if is_exports(language, body) else environment
+        place = "packages" if arguments.root else "home" if arguments.prefix else "tree"
         found, failed = run_document(arguments.document.resolve(), arguments.source.resolve(), environment,
-                                     arguments.same_as, arguments.program_folder is None)
+                                     arguments.same_as, place)
     print(f"{found} blocks run, {failed} wrong")
     if failed:
         return 1
