@@ -92,7 +92,7 @@ bool ModelParser::parseKind()
     m_cursor.skipBlanks();
     m_model.kind = m_cursor.takeWord("(");
     const std::string& kind = m_model.kind.text;
-    const auto joined =
+    const auto* const joined =
         std::find_if(kModelKinds.begin(), kModelKinds.end(), [&](std::string_view known) {
             return kind.size() > known.size() && kind.starts_with(known);
         });
@@ -249,7 +249,7 @@ bool ModelParser::parseSection(const Word& key, const Range& opening)
         }
         return true;
     }
-    const auto joined = std::find_if(kSections.begin(), kSections.end(), [&](auto known) {
+    const auto* const joined = std::find_if(kSections.begin(), kSections.end(), [&](auto known) {
         return key.text.size() > known.size() && key.text.starts_with(known);
     });
     if (joined != kSections.end() && key.text.size() > joined->size() + 2) {
@@ -265,7 +265,7 @@ bool ModelParser::parseSection(const Word& key, const Range& opening)
             fmt::format("'{}' is no section of a model", key.text),
             didYouMean(near))
         .suggestion = near;
-    const auto meant = std::find(kSections.begin(), kSections.end(), near);
+    const auto* const meant = std::find(kSections.begin(), kSections.end(), near);
     m_isUnread = true;
     const bool isParsed =
         meant != kSections.end() ? parseSection({near, key.range}, opening) : skipSection(opening);

@@ -8,6 +8,7 @@
 #include <array>
 #include <fmt/format.h>
 #include <set>
+#include <utility>
 
 namespace scenariomatch::lint
 {
@@ -91,8 +92,8 @@ const std::map<std::string, Attributes, std::less<>>& processAttributes()
 class BlockReader
 {
 public:
-    BlockReader(const PlacedText& text, Diagnostics& out)
-        : m_body(text)
+    BlockReader(PlacedText text, Diagnostics& out)
+        : m_body(std::move(text))
         , m_out(out)
     {
     }

@@ -3,6 +3,7 @@
 
 #include "lint/Checks.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <map>
 #include <optional>
@@ -59,12 +60,10 @@ public:
         if (node.isPrefix ? visitCall(node) : visitInfix(node)) {
             return true;
         }
-        for (const ConstraintNode& child : node.children) {
-            if (visit(child)) {
-                return true;
-            }
-        }
-        return false;
+        return std::any_of(
+            node.children.begin(), node.children.end(), [this](const ConstraintNode& child) {
+                return visit(child);
+            });
     }
 
     bool reportBareAttribute(const ConstraintNode& node, const std::string& hint)

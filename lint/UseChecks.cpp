@@ -53,6 +53,7 @@ private:
     void checkUsedModels();
     void checkSubModels(const Model& model);
     void checkUnused();
+    bool leadsBack(std::vector<const Model*>& reached) const;
     void checkCircles();
 
     bool isDefined(const std::string& name) const { return m_project.findModel(name) != nullptr; }
@@ -182,28 +183,37 @@ void UseChecker::checkUnused()
     }
 }
 
+// Whether the components of the models reached lead back to the first of them; reaches further
+// models.
+bool UseChecker::leadsBack(std::vector<const Model*>& reached) const
+{
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        for (const ModelComponent& component : reached[i]->components) {
+            const Model* next = m_project.findModel(component.model.text);
+            if (next == reached.front()) {
+                return true;
+            }
+            const bool isNew = std::find(reached.begin(), reached.end(), next) == reached.end();
+            if (next != nullptr && isNew) {
+                reached.push_back(next);
+            }
+        }
+    }
+    return false;
+}
+
 // A circle is told of at the first of its models.
 void UseChecker::checkCircles()
 {
     std::set<const Model*> done;
     for (const Model& start : m_project.models()) {
         std::vector<const Model*> reached = {&start};
-        for (std::size_t i = 0; i < reached.size() && !done.contains(&start); ++i) {
-            for (const ModelComponent& component : reached[i]->components) {
-                const Model* next = m_project.findModel(component.model.text);
-                if (next == &start) {
-                    done.insert(reached.begin(), reached.end());
-                    m_out.add(
-                        "model-circle",
-                        start.name.range,
-                        fmt::format("'{}' contains itself", start.name.text));
-                    break;
-                }
-                if (next != nullptr &&
-                    std::find(reached.begin(), reached.end(), next) == reached.end()) {
-                    reached.push_back(next);
-                }
-            }
+        if (!done.contains(&start) && leadsBack(reached)) {
+            done.insert(reached.begin(), reached.end());
+            m_out.add(
+                "model-circle",
+                start.name.range,
+                fmt::format("'{}' contains itself", start.name.text));
         }
     }
 }
