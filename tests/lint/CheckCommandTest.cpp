@@ -10,10 +10,11 @@
 #include <sstream>
 #include <string>
 
-namespace
+namespace scenariomatch
 {
 
-using namespace scenariomatch;
+namespace
+{
 
 struct Outcome
 {
@@ -34,25 +35,19 @@ Outcome check(const CheckOptions& options)
 class LobbyModels : public testing::Test
 {
 protected:
-    LobbyModels()
-        : m_before(std::filesystem::current_path())
+    void SetUp() override
     {
         std::filesystem::current_path(SCENARIOMATCH_TEST_DATA "/lint");
         m_options.modelFiles = {"lobby.models"};
         m_options.context = "context.xml";
     }
 
-    LobbyModels(const LobbyModels&) = delete;
-    LobbyModels(LobbyModels&&) = delete;
-    LobbyModels& operator=(const LobbyModels&) = delete;
-    LobbyModels& operator=(LobbyModels&&) = delete;
-
-    ~LobbyModels() override { std::filesystem::current_path(m_before); }
+    void TearDown() override { std::filesystem::current_path(m_before); }
 
     CheckOptions m_options;
 
 private:
-    std::filesystem::path m_before;
+    std::filesystem::path m_before = std::filesystem::current_path();
 };
 
 TEST_F(LobbyModels, AreReportedInTheMannerOfCompilers)
@@ -159,3 +154,5 @@ TEST(CheckCommand, NeedsSomethingToCheck)
 }
 
 } // namespace
+
+} // namespace scenariomatch

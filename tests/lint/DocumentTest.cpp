@@ -17,10 +17,11 @@
 #include <string>
 #include <vector>
 
-namespace
+namespace scenariomatch
 {
 
-using namespace scenariomatch;
+namespace
+{
 
 struct Entry
 {
@@ -189,3 +190,5 @@ TEST(DiagnosticRules, StandInTheOrderOfTheirNames)
 }
 
 } // namespace
+
+} // namespace scenariomatch

@@ -16,10 +16,11 @@
 #include <string>
 #include <vector>
 
-namespace
+namespace scenariomatch
 {
 
-using namespace scenariomatch;
+namespace
+{
 
 // All model files below a folder, in the order of their names.
 std::vector<std::string> modelFiles(const std::string& folder)
@@ -199,3 +200,5 @@ TEST(Trees, AreTheEnginesForEveryModelFile)
 }
 
 } // namespace
+
+} // namespace scenariomatch
