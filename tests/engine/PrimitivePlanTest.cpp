@@ -73,7 +73,7 @@ protected:
         CSAgent::m_constantObjects = {{"Zone", true}, {"Person", false}, {"Car", false}};
     }
 
-    ~PrimitivePlanTest() override { CSAgent::m_constantObjects.clear(); }
+    void TearDown() override { CSAgent::m_constantObjects.clear(); }
 
     // Makes the plans ready as a whole; those that have the same work share it.
     void prepare(const std::vector<std::shared_ptr<CSScenario>>& models, bool isPlain = false)
@@ -320,8 +320,9 @@ void PrimitivePlanTest::randomScene(std::mt19937& random)
     const std::size_t agents = random() % 9;
     for (std::size_t i = 0; i < agents; ++i) {
         const bool isZone = random() % 4 == 0;
-        CSAgent& agent = isZone ? m_scene.addConstant("Zone")
-                                : m_scene.add(types[random() % types.size()], random() % 6 ? 1 : 0);
+        CSAgent& agent =
+            isZone ? m_scene.addConstant("Zone")
+                   : m_scene.add(types[random() % types.size()], random() % 6 == 0 ? 0 : 1);
         filled(
             agent,
             0.5 * static_cast<double>(random() % 6),
@@ -562,6 +563,7 @@ TEST_F(PrimitivePlanTest, VisitsWhatPermutationListsGive)
     for (unsigned seed = 0; seed < 1500; ++seed) {
         SCOPED_TRACE(seed);
         std::vector<std::shared_ptr<CSScenario>> models;
+        models.reserve(4);
         std::mt19937 random(seed);
         for (int i = 0; i < 3; ++i) {
             models.push_back(randomModel(random));

@@ -50,7 +50,7 @@ TEST_F(RecognitionSequenceTest, ExpectsTheOrderOfTheTurnBefore)
     noteIn(1, {2, 0, 1});
     m_sequence.startTurn(2);
     EXPECT_EQ(expect(2), &m_entries[2]);
-    EXPECT_EQ(expect(0), &m_entries[0]);
+    EXPECT_EQ(expect(0), m_entries.data());
     EXPECT_EQ(expect(1), &m_entries[1]);
     EXPECT_EQ(expect(1), nullptr);
 }
@@ -70,7 +70,7 @@ TEST_F(RecognitionSequenceTest, TellsParticipantsByNumberToo)
     m_sequence.startTurn(2);
     const std::array two{0, 0};
     EXPECT_EQ(m_sequence.expect(two), nullptr);
-    EXPECT_EQ(expect(0), &m_entries[0]);
+    EXPECT_EQ(expect(0), m_entries.data());
 }
 
 TEST_F(RecognitionSequenceTest, ResumesBehindWhatWasFoundOtherwise)

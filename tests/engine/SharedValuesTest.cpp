@@ -208,13 +208,15 @@ TEST_F(SharedValuesTest, RemembersAPersonAndAZoneInEitherOrderApart)
     begin();
     const Expression::Node part = node({0, 1});
     std::map<std::pair<FrameView::AgentIndex, FrameView::AgentIndex>, double> first;
+    const auto expectFirst = [&](FrameView::AgentIndex a, FrameView::AgentIndex b) {
+        const double number = value(part, {a, b});
+        EXPECT_EQ(first.try_emplace({a, b}, number).first->second, number);
+    };
     for (int pass = 0; pass < 2; ++pass) {
         for (const FrameView::AgentIndex person : {0U, 2U}) {
             for (const FrameView::AgentIndex zone : {1U, 3U}) {
-                for (const auto& [a, b] : {std::pair(person, zone), std::pair(zone, person)}) {
-                    const double number = value(part, {a, b});
-                    EXPECT_EQ(first.try_emplace({a, b}, number).first->second, number);
-                }
+                expectFirst(person, zone);
+                expectFirst(zone, person);
             }
         }
     }
