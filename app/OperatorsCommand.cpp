@@ -6,6 +6,7 @@
 #include "engine/OperatorFile.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -24,15 +25,35 @@ namespace scenariomatch
 namespace
 {
 
-// Loads one module; throws a runtime_error with the reason when it is no operator.
-OperatorModule loadModule(const QDir& folder, const QString& file)
+// Everything in a folder but its folders: what is no sound file, such as a link to nowhere, too.
+QFileInfoList entriesOf(const std::string& path)
 {
-    const OperatorFile loaded = loadOperator(folder.absoluteFilePath(file).toStdString());
+    const QDir folder(QString::fromStdString(path));
+    return folder.entryInfoList(QDir::Files | QDir::System | QDir::Hidden, QDir::Name);
+}
+
+// Why recognition passes over an entry before it looks into it; empty when it does not.
+std::string entryFault(const QFileInfo& entry)
+{
+    if (!entry.isFile()) {
+        return "it is no file";
+    }
+    return entry.isHidden() ? "it is hidden" : "";
+}
+
+// Loads one module; throws a runtime_error with the reason when it is no operator.
+OperatorModule loadModule(const QFileInfo& entry)
+{
+    const std::string fault = entryFault(entry);
+    if (!fault.empty()) {
+        throw std::runtime_error(fault);
+    }
+    const OperatorFile loaded = loadOperator(entry.absoluteFilePath().toStdString());
     if (loaded.op == nullptr) {
         throw std::runtime_error(loaded.reason);
     }
     OperatorModule module;
-    module.file = file.toStdString();
+    module.file = entry.fileName().toStdString();
     module.name = loaded.op->m_name;
     module.isTemporal = loaded.op->m_isTemporal;
     module.description = loaded.op->describe();
@@ -121,7 +142,8 @@ void printSkipped(const OperatorModules& modules, std::ostream& talk)
 void printJson(const OperatorModules& modules, std::ostream& out)
 {
     using Json = nlohmann::ordered_json;
-    Json list{{"operators", Json::array()}, {"skipped", Json::array()}};
+    Json list{
+        {"operators", Json::array()}, {"skipped", Json::array()}, {"duplicates", Json::array()}};
     for (const OperatorModule& module : modules.modules) {
         const CSOperatorDescription& description = module.description;
         const auto& endsFirst = description.m_endsFirst;
@@ -139,6 +161,14 @@ void printJson(const OperatorModules& modules, std::ostream& out)
     for (const SkippedModule& skipped : modules.skipped) {
         list["skipped"].push_back({{"file", skipped.file}, {"reason", skipped.reason}});
     }
+    for (std::size_t i = 1; i < modules.modules.size(); ++i) {
+        const OperatorModule& first = modules.modules[i - 1];
+        const OperatorModule& second = modules.modules[i];
+        if (first.name == second.name) {
+            list["duplicates"].push_back(
+                {{"name", first.name}, {"files", {first.file, second.file}}});
+        }
+    }
     out << list.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
@@ -147,14 +177,14 @@ void printJson(const OperatorModules& modules, std::ostream& out)
 OperatorModules loadOperatorModules(const std::string& path)
 {
     OperatorModules found;
-    const QDir folder(QString::fromStdString(path));
-    for (const QString& file : folder.entryList(QDir::Files, QDir::Name)) {
+    for (const QFileInfo& entry : entriesOf(path)) {
+        const std::string file = entry.fileName().toStdString();
         try {
-            found.modules.push_back(loadModule(folder, file));
+            found.modules.push_back(loadModule(entry));
         } catch (const std::exception& error) {
-            found.skipped.push_back({file.toStdString(), error.what()});
+            found.skipped.push_back({file, error.what()});
         } catch (...) {
-            found.skipped.push_back({file.toStdString(), "it threw something unknown"});
+            found.skipped.push_back({file, "it threw something unknown"});
         }
     }
     std::stable_sort(
@@ -166,13 +196,21 @@ OperatorModules loadOperatorModules(const std::string& path)
     return found;
 }
 
-bool hasPluginFile(const std::string& path)
+OperatorFolder inspectOperatorFolder(const std::string& path)
 {
-    const QDir folder(QString::fromStdString(path));
-    const QStringList files = folder.entryList(QDir::Files, QDir::Name);
-    return std::any_of(files.begin(), files.end(), [&folder](const QString& file) {
-        return operatorRefusal(folder.absoluteFilePath(file).toStdString()).empty();
-    });
+    OperatorFolder found;
+    for (const QFileInfo& entry : entriesOf(path)) {
+        std::string fault = entryFault(entry);
+        if (fault.empty()) {
+            fault = operatorRefusal(entry.absoluteFilePath().toStdString());
+        }
+        if (fault.empty()) {
+            found.hasPlugin = true;
+        } else {
+            found.skipped.push_back({entry.fileName().toStdString(), fault});
+        }
+    }
+    return found;
 }
 
 CLI::App* addOperatorsCommand(CLI::App& program, OperatorsOptions& options)

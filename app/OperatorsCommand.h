@@ -48,8 +48,16 @@ struct OperatorModules
 // Loads every operator module of a folder and asks it for its description. Modules stay loaded.
 OperatorModules loadOperatorModules(const std::string& path);
 
-// Whether a file of the folder is a plug-in that may be loaded; runs none of their code.
-bool hasPluginFile(const std::string& path);
+// What recognition will find in a folder, as far as can be told without running code of it.
+struct OperatorFolder
+{
+    // Whether a file is a plug-in that may be loaded.
+    bool hasPlugin = false;
+    // By file.
+    std::vector<SkippedModule> skipped;
+};
+
+OperatorFolder inspectOperatorFolder(const std::string& path);
 
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.
 CLI::App* addOperatorsCommand(CLI::App& program, OperatorsOptions& options);

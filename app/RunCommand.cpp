@@ -208,8 +208,28 @@ bool Run::checkOperators()
     if (!std::filesystem::is_directory(folder, error)) {
         return fail(kExitPlugin, folder + " (OperatorPluginPath): there is no such folder");
     }
-    if (!hasPluginFile(folder)) {
+    const OperatorFolder found = inspectOperatorFolder(folder);
+    const std::string hint = fmt::format("`scenariomatch operators --path {}` says why", folder);
+    if (!found.hasPlugin && found.skipped.empty()) {
         return fail(kExitPlugin, "no operators in " + folder + " (OperatorPluginPath)");
+    }
+    if (!found.hasPlugin) {
+        const SkippedModule& first = found.skipped.front();
+        return fail(
+            kExitPlugin,
+            fmt::format(
+                "no operators in {} (OperatorPluginPath); {}: {}; {}",
+                folder,
+                first.file,
+                first.reason,
+                hint));
+    }
+    if (!found.skipped.empty()) {
+        m_talk << fmt::format(
+            "scenariomatch run: files of {} (OperatorPluginPath) are skipped: {}; {}\n",
+            folder,
+            found.skipped.size(),
+            hint);
     }
     return true;
 }

@@ -379,6 +379,27 @@ TEST(RunCommand, EndsWithStatusFiveWithoutPlugins)
         "scenariomatch run: nowhere (OperatorPluginPath): there is no such folder\n");
 }
 
+TEST(RunCommand, SaysWhyOperatorsAreMissing)
+{
+    const std::string folder = temporary("operators");
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder + "/readme.txt") << "no operator\n";
+    const std::string hint = "`scenariomatch operators --path " + folder + "` says why\n";
+    const Outcome none = runProgram(kRun + "--set OperatorPluginPath=" + folder);
+    EXPECT_EQ(none.status, 5);
+    EXPECT_EQ(
+        none.talk,
+        "scenariomatch run: no operators in " + folder +
+            " (OperatorPluginPath); readme.txt: it is no plug-in; " + hint);
+    std::filesystem::copy_file(
+        SCENARIOMATCH_BUILD_BIN "/../lib/scenariomatch/operators/in.so", folder + "/in.so");
+    EXPECT_THAT(
+        runProgram(kRun + "--set OperatorPluginPath=" + folder).talk,
+        HasSubstr(
+            "scenariomatch run: files of " + folder + " (OperatorPluginPath) are skipped: 1; " +
+            hint));
+}
+
 TEST(RunCommand, EndsWithStatusSixWhereOutputCannotBeWritten)
 {
     EXPECT_EQ(runProgram(kRun + "--events /nowhere/events").status, 6);

@@ -5,8 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace scenariomatch
 {
@@ -77,6 +80,9 @@ TEST(OperatorsCommand, WritesEverythingAsJson)
     ASSERT_EQ(list.at("skipped").size(), 4U);
     EXPECT_EQ(list.at("skipped").at(0).at("file"), "readme.txt");
     EXPECT_EQ(list.at("skipped").at(0).at("reason"), "it is no plug-in");
+    EXPECT_EQ(
+        list.at("duplicates").dump(),
+        R"([{"files":["synth_plain.so","synth_plain_again.so"],"name":"plain"}])");
 }
 
 TEST(OperatorsCommand, RefusesAPathThatIsNoFolder)
@@ -102,8 +108,35 @@ TEST(OperatorsCommand, SaysThatAFolderHoldsNone)
     EXPECT_THAT(
         talk.str(),
         testing::StartsWith("scenariomatch operators: no operators in " + options.path + "\n"));
-    EXPECT_FALSE(hasPluginFile(options.path));
-    EXPECT_TRUE(hasPluginFile(SYNTH_TEST_MODULES));
+    EXPECT_FALSE(inspectOperatorFolder(options.path).hasPlugin);
+    const OperatorFolder modules = inspectOperatorFolder(SYNTH_TEST_MODULES);
+    EXPECT_TRUE(modules.hasPlugin);
+    ASSERT_EQ(modules.skipped.size(), 2U);
+    EXPECT_EQ(modules.skipped.at(0).file, "readme.txt");
+    EXPECT_EQ(modules.skipped.at(1).file, "synth_other_tag.so");
+}
+
+TEST(OperatorsCommand, SkipsWhatIsNoFileOrHidden)
+{
+    std::string folder = testing::TempDir() + "/operators-XXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    std::filesystem::create_symlink("nowhere", folder + "/near.so");
+    std::filesystem::copy_file(SYNTH_TEST_MODULES "/synth_full.so", folder + "/.hidden.so");
+    ASSERT_EQ(mkfifo((folder + "/pipe").c_str(), 0600), 0);
+    OperatorsOptions options;
+    options.path = folder;
+    std::ostringstream out;
+    std::ostringstream talk;
+    EXPECT_EQ(runOperators(options, out, talk), 5);
+    EXPECT_EQ(
+        talk.str(),
+        "scenariomatch operators: no operators in " + folder +
+            "\n"
+            "scenariomatch operators: .hidden.so was skipped: it is hidden\n"
+            "scenariomatch operators: near.so was skipped: it is no file\n"
+            "scenariomatch operators: pipe was skipped: it is no file\n");
+    EXPECT_FALSE(inspectOperatorFolder(folder).hasPlugin);
+    std::filesystem::remove_all(folder);
 }
 
 TEST(OperatorsCommand, SaysThatTheListCannotBeWritten)
