@@ -8,10 +8,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <fmt/format.h>
-#include <iterator>
 #include <map>
 #include <set>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace scenariomatch
 {
@@ -104,38 +105,36 @@ std::string identifierFault(std::string_view name)
 class AccessorCheck
 {
 public:
-    AccessorCheck(const std::string& fileName, const std::vector<CClass>& types);
+    AccessorCheck(const lint::Source& source, const std::vector<CClass>& types);
 
     void checkTypes();
     void checkAttributes();
     void checkParents();
-    std::vector<std::string> problems();
+    std::vector<PlacedFault> faults();
 
 private:
     std::string typeFault(const CClass& type) const;
-    std::string attributeFault(const CClass& type, std::size_t place) const;
+    std::string nameFault(const CClass& type, std::size_t place) const;
+    void checkAttribute(std::size_t type, std::size_t place);
     bool isGuard(std::string_view name) const;
-    void add(const CClass& type, const std::string& reason);
 
-    const std::string& m_fileName;
+    // A type that lacks what was meant for it has no other faults that matter.
+    bool isWhole(std::size_t type) const { return m_layouts[type].losses.empty(); }
+
     const std::vector<CClass>& m_types;
+    std::vector<TypeLayout> m_layouts;
     // The line of the first type of each name.
     std::map<std::string_view, int> m_lines;
-    std::vector<ObjectTypeFault> m_faults;
+    std::vector<PlacedFault> m_faults;
 };
 
-AccessorCheck::AccessorCheck(const std::string& fileName, const std::vector<CClass>& types)
-    : m_fileName(fileName)
-    , m_types(types)
+AccessorCheck::AccessorCheck(const lint::Source& source, const std::vector<CClass>& types)
+    : m_types(types)
 {
     for (const CClass& type : types) {
+        m_layouts.push_back(layoutOf(source, static_cast<std::size_t>(type.m_line)));
         m_lines.emplace(type.m_name, type.m_line);
     }
-}
-
-void AccessorCheck::add(const CClass& type, const std::string& reason)
-{
-    m_faults.push_back({type.m_line, reason});
 }
 
 // Whether the name is the macro that guards a type's header.
@@ -169,15 +168,19 @@ std::string AccessorCheck::typeFault(const CClass& type) const
 
 void AccessorCheck::checkTypes()
 {
-    for (const CClass& type : m_types) {
-        const std::string fault = typeFault(type);
+    for (std::size_t i = 0; i < m_types.size(); ++i) {
+        const std::vector<PlacedFault>& losses = m_layouts[i].losses;
+        m_faults.insert(m_faults.end(), losses.begin(), losses.end());
+        const std::string fault = isWhole(i) ? typeFault(m_types[i]) : "";
         if (!fault.empty()) {
-            add(type, fmt::format("the type name {:?} {}", type.m_name, fault));
+            m_faults.push_back(
+                {m_layouts[i].name,
+                 fmt::format("the type name {:?} {}", m_types[i].m_name, fault)});
         }
     }
 }
 
-std::string AccessorCheck::attributeFault(const CClass& type, std::size_t place) const
+std::string AccessorCheck::nameFault(const CClass& type, std::size_t place) const
 {
     const std::vector<std::string>& names = type.m_attributeNames;
     const std::string& name = names[place];
@@ -194,25 +197,31 @@ std::string AccessorCheck::attributeFault(const CClass& type, std::size_t place)
     if (isHistory || name == type.m_name || isGuard(name)) {
         return "is used by the generated code itself: expected another name";
     }
-    const std::string& tag = type.m_attributeTypes[place];
-    return valueClassOf(tag).empty()
-               ? fmt::format("has the unknown type {:?}: expected a tag such as DOUBLE", tag)
-               : "";
+    return "";
+}
+
+void AccessorCheck::checkAttribute(std::size_t type, std::size_t place)
+{
+    const std::string& name = m_types[type].m_attributeNames[place];
+    const std::string& tag = m_types[type].m_attributeTypes[place];
+    lint::Range range = m_layouts[type].attributeNames[place];
+    std::string fault = nameFault(m_types[type], place);
+    if (fault.empty() && valueClassOf(tag).empty()) {
+        range = m_layouts[type].attributeTypes[place];
+        fault = fmt::format("has the unknown type {:?}: expected a tag such as DOUBLE", tag);
+    }
+    if (!fault.empty()) {
+        m_faults.push_back(
+            {range,
+             fmt::format("the attribute {:?} of {:?} {}", name, m_types[type].m_name, fault)});
+    }
 }
 
 void AccessorCheck::checkAttributes()
 {
-    for (const CClass& type : m_types) {
-        for (std::size_t i = 0; i < type.m_attributeNames.size(); ++i) {
-            const std::string fault = attributeFault(type, i);
-            if (!fault.empty()) {
-                add(type,
-                    fmt::format(
-                        "the attribute {:?} of {:?} {}",
-                        type.m_attributeNames[i],
-                        type.m_name,
-                        fault));
-            }
+    for (std::size_t i = 0; i < m_types.size(); ++i) {
+        for (std::size_t k = 0; isWhole(i) && k < m_types[i].m_attributeNames.size(); ++k) {
+            checkAttribute(i, k);
         }
     }
 }
@@ -220,43 +229,41 @@ void AccessorCheck::checkAttributes()
 void AccessorCheck::checkParents()
 {
     for (const ObjectTypeFault& fault : objectTypeFaults(m_types)) {
+        const auto type =
+            std::find_if(m_types.begin(), m_types.end(), [&fault](const CClass& candidate) {
+                return candidate.m_line == fault.line;
+            });
+        const auto place = static_cast<std::size_t>(type - m_types.begin());
         m_faults.push_back(
-            {fault.line,
+            {m_layouts[place].parent,
              fault.reason + ": expected a line of declared parents that ends at Agent"});
     }
 }
 
-std::vector<std::string> AccessorCheck::problems()
+std::vector<PlacedFault> AccessorCheck::faults()
 {
     std::stable_sort(m_faults.begin(), m_faults.end(), [](const auto& a, const auto& b) {
-        return a.line < b.line;
+        return a.range.begin < b.range.begin;
     });
-    std::vector<std::string> lines;
-    std::transform(
-        m_faults.begin(),
-        m_faults.end(),
-        std::back_inserter(lines),
-        [this](const ObjectTypeFault& fault) {
-            return fmt::format("{}:{}: {}", m_fileName, fault.line, fault.reason);
-        });
-    return lines;
+    return std::move(m_faults);
 }
 
 } // namespace
 
-std::vector<std::string> accessorProblems(
-    const std::string& fileName, const std::vector<CClass>& types, bool areAttributesWritten)
+std::vector<PlacedFault> accessorFaults(
+    const lint::Source& source, const std::vector<CClass>& types, bool areAttributesWritten)
 {
     if (types.empty()) {
-        return {fileName + ": no class is declared: expected a line such as class Person {"};
+        const lint::Range start{&source, 0, 0};
+        return {{start, "no class is declared: expected a line such as class Person {"}};
     }
-    AccessorCheck check(fileName, types);
+    AccessorCheck check(source, types);
     check.checkTypes();
     if (areAttributesWritten) {
         check.checkAttributes();
     }
     check.checkParents();
-    return check.problems();
+    return check.faults();
 }
 
 } // namespace scenariomatch

@@ -151,34 +151,39 @@ void writeSarif(std::ostream& out, std::span<const lint::Diagnostic> found)
 
 } // namespace
 
-void writeDiagnosticText(std::ostream& out, const lint::Diagnostic& diagnostic)
+void writePlacedMessage(
+    std::ostream& out, const lint::Range& range, std::string_view message, const std::string& hint)
 {
-    const lint::Source* source = diagnostic.range.source;
-    const lint::Place place = diagnostic.range.place();
+    const lint::Source* source = range.source;
+    const lint::Place place = range.place();
     out << fmt::format(
-        "{}:{}:{}: {}: {} [{}]\n",
+        "{}:{}:{}: {}\n",
         source == nullptr ? "" : source->name(),
         place.line,
         place.column,
-        severityName(diagnostic),
-        printable(diagnostic.message),
-        diagnostic.rule->name);
+        printable(message));
     const std::string_view line = source == nullptr ? "" : source->lineText(place.line);
     if (line.empty() || line.size() > kLongestLine) {
-        if (!diagnostic.hint.empty()) {
-            out << fmt::format("      | {}\n", printable(diagnostic.hint));
+        if (!hint.empty()) {
+            out << fmt::format("      | {}\n", printable(hint));
         }
         return;
     }
     const std::size_t begin = std::min(place.column - 1, line.size());
-    const std::size_t length = diagnostic.range.end - diagnostic.range.begin;
     out << fmt::format("{:>5} | {}\n", place.line, printable(line));
     out << fmt::format(
         "      | {}{}{}{}\n",
         paddingOf(line.substr(0, begin)),
-        underlineOf(line.substr(begin, length)),
-        diagnostic.hint.empty() ? "" : " ",
-        printable(diagnostic.hint));
+        underlineOf(line.substr(begin, range.end - range.begin)),
+        hint.empty() ? "" : " ",
+        printable(hint));
+}
+
+void writeDiagnosticText(std::ostream& out, const lint::Diagnostic& diagnostic)
+{
+    const std::string message = fmt::format(
+        "{}: {} [{}]", severityName(diagnostic), diagnostic.message, diagnostic.rule->name);
+    writePlacedMessage(out, diagnostic.range, message, diagnostic.hint);
 }
 
 void writeDiagnostics(

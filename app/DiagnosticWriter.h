@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <iosfwd>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace scenariomatch
 {
@@ -15,6 +17,14 @@ enum class DiagnosticFormat : std::uint8_t { Text, Json, Sarif };
 // document each, also when nothing was found.
 void writeDiagnostics(
     std::ostream& out, std::span<const lint::Diagnostic> found, DiagnosticFormat format);
+
+// A message about a part of a file: "FILE:LINE:COLUMN: MESSAGE", the source line, and a mark below
+// the part, with a hint behind it that may be empty. A very long line is left out.
+void writePlacedMessage(
+    std::ostream& out,
+    const lint::Range& range,
+    std::string_view message,
+    const std::string& hint = "");
 
 // The message with the source line, in the manner of compilers:
 //

@@ -1,10 +1,12 @@
 #include "app/GenerateCommand.h"
 
 #include "app/AccessorCheck.h"
+#include "app/DiagnosticWriter.h"
 #include "app/ExitStatus.h"
 #include "app/NewFiles.h"
 #include "app/OptionChecks.h"
 #include "app/RunFiles.h"
+#include "lint/Source.h"
 #include "types/AccessorSources.h"
 #include "types/CAllClasses.h"
 #include "types/ConversionSources.h"
@@ -127,15 +129,16 @@ int runGenerate(const GenerateOptions& options, std::ostream& out, std::ostream&
         const std::string reason = errno == 0 ? "it is larger than 64 MiB" : std::strerror(errno);
         return fail(kExitModel, talk, fmt::format("cannot read {}: {}", options.objects, reason));
     }
+    const lint::Source source(options.objects, *text);
     CAllClasses types;
-    types.readText(*text);
+    types.readText(source.text());
     const bool areAttributesWritten = options.part != GeneratedPart::Accessor;
-    const std::vector<std::string> problems =
-        accessorProblems(options.objects, types.m_classes, areAttributesWritten);
-    for (const std::string& problem : problems) {
-        talk << problem << '\n';
+    const std::vector<PlacedFault> faults =
+        accessorFaults(source, types.m_classes, areAttributesWritten);
+    for (const PlacedFault& fault : faults) {
+        writePlacedMessage(talk, fault.range, fault.reason);
     }
-    if (!problems.empty()) {
+    if (!faults.empty()) {
         return kExitModel;
     }
     return writeAll(options, sourcesOf(types.m_classes, options.part), out, talk);

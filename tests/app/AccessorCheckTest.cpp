@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <regex>
 #include <set>
@@ -21,11 +22,18 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+// "LINE:COLUMN: reason", a line each.
 std::vector<std::string> problemsOf(const std::string& text, bool areAttributesWritten = true)
 {
+    const lint::Source source("objects.txt", text);
     CAllClasses types;
     types.readText(text);
-    return accessorProblems("objects.txt", types.m_classes, areAttributesWritten);
+    std::vector<std::string> problems;
+    for (const PlacedFault& fault : accessorFaults(source, types.m_classes, areAttributesWritten)) {
+        const lint::Place place = fault.range.place();
+        problems.push_back(fmt::format("{}:{}: {}", place.line, place.column, fault.reason));
+    }
+    return problems;
 }
 
 std::vector<std::string> problemsOfName(const std::string& name)
@@ -65,8 +73,11 @@ std::set<std::string> wordsOfGeneratedFiles()
 TEST(AccessorCheck, IsContentWithWhatTheReaderIsContentWith)
 {
     EXPECT_THAT(
-        problemsOf("class A {\nconstant true;\nINT B;\n}\nclass B:A {\nINT A;\n}\n"), IsEmpty());
-    EXPECT_THAT(problemsOf("class B:A {\nconstant true;\n}\nclass A {\n}\n"), IsEmpty());
+        problemsOf(
+            "class A {\nconstant true;\nINT B;\n}\nclass B:A {\nconstant true;\nINT A;\n}\n"),
+        IsEmpty());
+    EXPECT_THAT(
+        problemsOf("class B:A {\nconstant true;\n}\nclass A {\nconstant false;\n}\n"), IsEmpty());
     EXPECT_THAT(problemsOf("class a_1 {\nconstant true;\nINT h_;\nINT h_A;\n}\n"), IsEmpty());
     EXPECT_THAT(problemsOf("class address {\nconstant true;\nINT time;\nINT get;\n}\n"), IsEmpty());
 }
@@ -75,7 +86,7 @@ TEST(AccessorCheck, WantsAType)
 {
     EXPECT_THAT(
         problemsOf("nothing\n"),
-        ElementsAre("objects.txt: no class is declared: expected a line such as class Person {"));
+        ElementsAre("1:1: no class is declared: expected a line such as class Person {"));
 }
 
 TEST(AccessorCheck, RefusesEveryNameThatTheGeneratedFilesUse)
@@ -134,7 +145,7 @@ TEST(AccessorCheck, RefusesAttributesThatTheirClassUses)
         EXPECT_THAT(
             problemsOfAttribute(name),
             ElementsAre(
-                "objects.txt:1: the attribute \"" + name +
+                "3:5: the attribute \"" + name +
                 "\" of \"Person\" is used by the generated code itself: expected another name"));
     }
     EXPECT_THAT(problemsOfAttribute("io_agent"), IsEmpty());
@@ -160,7 +171,7 @@ TEST(AccessorCheck, RefusesMacrosOfTheHeadersAsTypesAndAttributes)
         EXPECT_THAT(
             problemsOfAttribute(name),
             ElementsAre(
-                "objects.txt:1: the attribute \"" + name +
+                "3:5: the attribute \"" + name +
                 "\" of \"Person\" is used by the C library's headers: expected another name"));
         EXPECT_THAT(problemsOfName(name), SizeIs(1)) << name;
     }
@@ -191,7 +202,7 @@ TEST(AccessorCheck, RefusesNamesOfTheHeadersAsTypesAlone)
         EXPECT_THAT(
             problemsOfName(name),
             ElementsAre(
-                "objects.txt:1: the type name \"" + name +
+                "1:7: the type name \"" + name +
                 "\" is used by the C library's headers: expected another name"));
         EXPECT_THAT(problemsOfAttribute(name), IsEmpty()) << name;
     }
@@ -203,7 +214,7 @@ TEST(AccessorCheck, RefusesNamesThatWouldLeaveTheFolder)
         EXPECT_THAT(
             problemsOfName(name),
             ElementsAre(
-                "objects.txt:1: the type name \"" + name +
+                "1:7: the type name \"" + name +
                 "\" is no C++ identifier: expected letters, digits and underscores, beginning "
                 "with a letter"));
     }
@@ -212,20 +223,40 @@ TEST(AccessorCheck, RefusesNamesThatWouldLeaveTheFolder)
 TEST(AccessorCheck, LooksAtAttributesOnlyWhereTheyAreWritten)
 {
     const std::string text = "class Person {\nconstant false;\nINT Age ;\nCOLOUR Hair;\n}\n";
-    EXPECT_THAT(problemsOf(text, true), SizeIs(2));
+    EXPECT_THAT(
+        problemsOf(text, true),
+        ElementsAre(
+            "3:5: the attribute \"Age \" of \"Person\" is no C++ identifier: expected letters, "
+            "digits "
+            "and underscores, beginning with a letter",
+            "4:1: the attribute \"Hair\" of \"Person\" has the unknown type \"COLOUR\": expected a "
+            "tag "
+            "such as DOUBLE"));
     EXPECT_THAT(problemsOf(text, false), IsEmpty());
+}
+
+TEST(AccessorCheck, RefusesWhatTheReaderLosesWhateverIsWritten)
+{
+    const std::string text = "class Car {\nINT Age;\nSTRING class;\n}\n";
+    for (const bool areAttributesWritten : {true, false}) {
+        EXPECT_THAT(
+            problemsOf(text, areAttributesWritten),
+            ElementsAre("2:1: the first statement says whether the type is constant: expected "
+                        "constant true; or constant false;"));
+    }
 }
 
 TEST(AccessorCheck, WantsEveryLineOfParentsToEndAtAgent)
 {
     EXPECT_THAT(
-        problemsOf("class A: {\nconstant false;\n}\nclass B:Nobody {\n}\nclass C:C {\n}\n"),
+        problemsOf("class A: {\nconstant false;\n}\nclass B:Nobody {\nconstant false;\n}\n"
+                   "class C:C {\nconstant false;\n}\n"),
         ElementsAre(
-            "objects.txt:1: the parent of A has no name: "
+            "1:9: the parent of A has no name: "
             "expected a line of declared parents that ends at Agent",
-            "objects.txt:4: the parent Nobody of B is not declared: "
+            "4:9: the parent Nobody of B is not declared: "
             "expected a line of declared parents that ends at Agent",
-            "objects.txt:6: C derives from itself: C -> C: "
+            "7:9: C derives from itself: C -> C: "
             "expected a line of declared parents that ends at Agent"));
 }
 

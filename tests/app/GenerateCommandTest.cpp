@@ -204,7 +204,7 @@ TEST(GenerateCommand, SaysThatNothingIsDeclared)
 {
     const Outcome outcome = runProgram(generate("/dev/null", newFolder()));
     EXPECT_EQ(outcome.status, 3);
-    EXPECT_THAT(outcome.talk, StartsWith("/dev/null: no class is declared: expected "));
+    EXPECT_THAT(outcome.talk, StartsWith("/dev/null:1:1: no class is declared: expected "));
 }
 
 TEST(GenerateCommand, SaysThatTheFolderCannotBeMade)
