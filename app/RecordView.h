@@ -8,7 +8,7 @@ namespace scenariomatch
 
 // Shows the platform's event records the way a process with a view of its own would: for processes
 // that have none. Records name persons only, by their identifiers; there are no sub-events, alarm
-// texts, counters and plans.
+// texts, counters, models and plans.
 //
 // The process must outlive the view.
 class RecordView : public RecognitionView
@@ -22,6 +22,8 @@ public:
     void visitEvents(const EventVisitor& visit) const override;
 
     RecognitionCounters counters() const override { return {}; }
+
+    void visitModels(const ModelVisitor& /*visit*/) const override {}
 
     void printPlans(std::ostream& /*out*/) const override {}
 

@@ -3,31 +3,19 @@
 #include "app/ExitStatus.h"
 #include "app/FrameClock.h"
 #include "app/Homography.h"
-#include "app/InstalledFiles.h"
 #include "app/Interrupt.h"
-#include "app/ObjectTypeCheck.h"
-#include "app/OperatorsCommand.h"
-#include "app/RecognitionPlugin.h"
+#include "app/RecognitionSetup.h"
 #include "app/RecordView.h"
 #include "app/RunFiles.h"
 #include "app/RunParameters.h"
 #include "app/RunSession.h"
 #include "app/StreamRedirection.h"
-#include "app/TemporaryFile.h"
-#include "host/rhmDataContext.h"
-#include "types/CAllClasses.h"
 #include "types/NumberText.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cmath>
-#include <filesystem>
-#include <fmt/format.h>
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <set>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -37,22 +25,6 @@ namespace scenariomatch
 
 namespace
 {
-
-// The parameters that name files which must be there.
-constexpr std::array<const char*, 4> kNeededFiles{
-    "scenarioRecognitionModelFileName",
-    "scenarioRecognitionObjectDescription",
-    "scenarioRecognitionOperatorDescription",
-    "RHMContext"};
-
-constexpr const char* kAlarmLevel = "XML3AlarmLevel";
-
-// Why a run ends before its time.
-struct RunFault
-{
-    int status;
-    std::string reason;
-};
 
 std::string systemReason()
 {
@@ -71,6 +43,7 @@ public:
               options.tracks == "-" ? "standard input" : options.tracks,
               talk,
               TrackProblemOptions{.isStrict = options.isStrict})
+        , m_setup(talk, "scenariomatch run: --set")
     {
     }
 
@@ -79,24 +52,17 @@ public:
 
 private:
     bool fail(int status, const std::string& reason);
+    bool failAsSetup();
 
     bool prepareReader();
     bool prepareGround(TrackReaderOptions& readerOptions);
     bool prepareParameters();
-    bool checkFiles();
-    bool checkOperators();
-    bool checkContext();
     bool checkOutputs();
-    void warnOfParameters();
-    void warnOfObjectTypes();
     bool openOutputs();
     bool prepareProcess();
-    bool applySetters();
-    bool initProcess();
     bool recognise();
     bool printPlans();
     const RecognitionView* ownView() const;
-    bool checkModels();
     bool recogniseFrames(RunSession& session);
     bool judgeReading();
     bool judgeEventFile();
@@ -112,9 +78,7 @@ private:
     std::ofstream m_traceFile;
     TrackProblems m_problems;
     std::unique_ptr<TrackReader> m_reader;
-    StorageFile m_file;
-    RunParameterSources m_sources;
-    RunParameters m_parameters;
+    RecognitionSetup m_setup;
     std::unique_ptr<rhmAbstractProcessEventRecognition> m_process;
     RunStatistics m_statistics;
     std::optional<RunFault> m_fault;
@@ -122,13 +86,12 @@ private:
 
 int Run::perform()
 {
-    if (prepareParameters() && checkFiles() && checkOutputs() && prepareReader() && openOutputs()) {
-        warnOfParameters();
-        warnOfObjectTypes();
+    if (prepareParameters() && checkOutputs() && prepareReader() && openOutputs()) {
+        m_setup.warn();
         // From here on the plug-in's code runs, which writes to standard output as it likes.
         const StreamRedirection redirection(
             std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
-        if (prepareProcess() && checkModels()) {
+        if (prepareProcess()) {
             m_options.isPlan ? printPlans() : recognise();
         }
         // Ending the process closes its event file.
@@ -152,99 +115,30 @@ bool Run::fail(int status, const std::string& reason)
     return false;
 }
 
+bool Run::failAsSetup()
+{
+    const RunFault& fault = *m_setup.fault();
+    return fail(fault.status, fault.reason);
+}
+
 bool Run::prepareParameters()
 {
-    m_sources.file = m_options.parameterFile;
-    m_sources.commonPath = m_options.commonPath;
-    m_sources.operatorFolder = installedOperatorFolder().string();
-    m_sources.operatorDescription = installedVocabulary().string();
+    RunParameterSources sources = RecognitionSetup::sourcesFor(m_options.parameterFile);
+    sources.commonPath = m_options.commonPath;
     for (const std::string& text : m_options.settings) {
         const std::optional<NamedText> setting = parseSetting(text);
         if (!setting) {
             return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
         }
-        m_sources.settings.push_back(*setting);
+        sources.settings.push_back(*setting);
     }
     if (m_options.isPlan) {
         // The last setting wins. The process empties the file that is named, whether it is to be
         // written or not, and an earlier one is to stay.
-        m_sources.settings.emplace_back("saveXML3File", "false");
-        m_sources.settings.emplace_back("XML3FileName", "/dev/null");
+        sources.settings.emplace_back("saveXML3File", "false");
+        sources.settings.emplace_back("XML3FileName", "/dev/null");
     }
-    std::string error;
-    std::optional<StorageFile> file = readStorageFile(m_options.parameterFile, error);
-    if (!file) {
-        return fail(kExitModel, error);
-    }
-    m_file = *std::move(file);
-    std::optional<RunParameters> parameters = mergeParameters(m_file, m_sources, error);
-    if (!parameters) {
-        return fail(kExitUsage, "--set: " + error);
-    }
-    m_parameters = *std::move(parameters);
-    return true;
-}
-
-// A missing file would only be told of in the traces, or not at all.
-bool Run::checkFiles()
-{
-    for (const char* key : kNeededFiles) {
-        const std::string name = textOf(key);
-        if (!name.empty() && !std::ifstream(name).good()) {
-            return fail(kExitModel, fmt::format("{} ({}): {}", name, key, systemReason()));
-        }
-    }
-    if (textOf("scenarioRecognitionModelFileName").empty()) {
-        return fail(
-            kExitModel, m_options.parameterFile + ": scenarioRecognitionModelFileName is missing");
-    }
-    return checkOperators() && checkContext();
-}
-
-bool Run::checkOperators()
-{
-    std::error_code error;
-    const std::string folder = textOf("OperatorPluginPath");
-    if (!std::filesystem::is_directory(folder, error)) {
-        return fail(kExitPlugin, folder + " (OperatorPluginPath): there is no such folder");
-    }
-    const OperatorFolder found = inspectOperatorFolder(folder);
-    const std::string hint = fmt::format("`scenariomatch operators --path {}` says why", folder);
-    if (!found.hasPlugin && found.skipped.empty()) {
-        return fail(kExitPlugin, "no operators in " + folder + " (OperatorPluginPath)");
-    }
-    if (!found.hasPlugin) {
-        const SkippedModule& first = found.skipped.front();
-        return fail(
-            kExitPlugin,
-            fmt::format(
-                "no operators in {} (OperatorPluginPath); {}: {}; {}",
-                folder,
-                first.file,
-                first.reason,
-                hint));
-    }
-    if (!found.skipped.empty()) {
-        m_talk << fmt::format(
-            "scenariomatch run: files of {} (OperatorPluginPath) are skipped: {}; {}\n",
-            folder,
-            found.skipped.size(),
-            hint);
-    }
-    return true;
-}
-
-// The process would go on without a context that cannot be read.
-bool Run::checkContext()
-{
-    const std::string name = textOf("RHMContext");
-    rhmDataContext context;
-    if (name.empty() || context.read(QString::fromStdString(name))) {
-        return true;
-    }
-    return fail(
-        kExitModel,
-        context.errors().empty() ? name + ": no context" : context.errors().back().text());
+    return m_setup.read(std::move(sources)) || failAsSetup();
 }
 
 // No output may destroy what the run reads, or another output.
@@ -254,8 +148,8 @@ bool Run::checkOutputs()
         {"--tracks", m_options.tracks == "-" ? "/dev/stdin" : m_options.tracks},
         {"--params", m_options.parameterFile},
         {"--homography", m_options.homography}};
-    for (const char* key : kNeededFiles) {
-        read.push_back({key, textOf(key)});
+    for (const RunFile& file : m_setup.neededFiles()) {
+        read.push_back(file);
     }
     const std::string events = m_options.events == "-" ? "/dev/stdout" : m_options.events;
     const std::string eventFile = textOf("XML3FileName");
@@ -268,33 +162,6 @@ bool Run::checkOutputs()
         return fail(kExitUsage, "saveXML3File needs a file name: XML3FileName is missing");
     }
     return true;
-}
-
-// What the process takes in its own way without a word.
-void Run::warnOfParameters()
-{
-    const std::string warning = alarmLevelWarning(textOf(kAlarmLevel));
-    if (warning.empty()) {
-        return;
-    }
-    const std::string place =
-        m_sources.hasSetting(kAlarmLevel)
-            ? "scenariomatch run: --set"
-            : fmt::format("{}:{}", m_options.parameterFile, m_file.lineOf(kAlarmLevel));
-    m_talk << place << ": warning: " << warning << '\n';
-}
-
-void Run::warnOfObjectTypes()
-{
-    const std::string name = textOf("scenarioRecognitionObjectDescription");
-    if (name.empty()) {
-        return;
-    }
-    CAllClasses types;
-    types.read(name);
-    for (const std::string& warning : objectTypeWarnings(name, types.m_classes)) {
-        m_talk << warning << '\n';
-    }
 }
 
 bool Run::prepareReader()
@@ -366,69 +233,14 @@ bool Run::openOutputs()
 
 bool Run::prepareProcess()
 {
-    std::string error;
-    m_process = createRecognitionProcess(installedPluginPath(), error);
-    if (!m_process) {
-        return fail(kExitPlugin, error);
-    }
-    return applySetters() && initProcess();
-}
-
-bool Run::applySetters()
-{
-    for (const NamedText& setter : m_parameters.setters) {
-        const auto& [key, value] = setter;
-        if (m_process->setParameter(key, value)) {
-            continue;
-        }
-        const bool isKnown = m_process->parameter(key).has_value();
-        const std::string reason = isKnown ? fmt::format("{} cannot be \"{}\"", key, value)
-                                           : fmt::format("there is no parameter \"{}\"", key);
-        if (m_sources.hasSetting(key)) {
-            return fail(kExitUsage, "--set: " + reason);
-        }
-        m_talk << m_options.parameterFile << ':' << m_file.lineOf(key) << ": warning: " << reason
-               << '\n';
-    }
-    return true;
-}
-
-bool Run::initProcess()
-{
-    const TemporaryFile file("scenariomatch-", ".yml", m_parameters.text);
-    if (!file.isGood()) {
-        return fail(kExitOutput, file.path() + ": the parameters cannot be written");
-    }
-    std::set<std::string> given;
-    for (const NamedText& value : m_parameters.values) {
-        given.insert(value.first);
-    }
-    for (const NamedText& setter : m_parameters.setters) {
-        given.erase(setter.first);
-    }
-    m_process->setParameterFile(file.path());
-    std::ostream trace(std::cout.rdbuf());
-    MissingParameterFilter filter(given, *std::cerr.rdbuf(), trace);
-    const StreamRedirection redirection(std::cerr, &filter);
-    if (!m_process->init()) {
-        return fail(kExitModel, m_options.parameterFile + ": the process cannot be initialised");
-    }
-    return true;
+    m_process = m_setup.createProcess();
+    return m_process || failAsSetup();
 }
 
 // Null where the process has none.
 const RecognitionView* Run::ownView() const
 {
     return dynamic_cast<const RecognitionView*>(m_process.get());
-}
-
-bool Run::checkModels()
-{
-    const RecognitionView* const view = ownView();
-    if (view != nullptr && view->counters().models == 0) {
-        return fail(kExitModel, m_options.parameterFile + ": no model takes part in recognition");
-    }
-    return true;
 }
 
 bool Run::printPlans()
@@ -529,7 +341,7 @@ bool Run::hasEventFile() const
 // Empty when the parameter is given nowhere.
 std::string Run::textOf(const std::string& key) const
 {
-    return m_parameters.value(key).value_or("");
+    return m_setup.textOf(key);
 }
 
 } // namespace

@@ -9,6 +9,8 @@
 #include <span>
 #include <string_view>
 
+class CSScenario;
+
 namespace scenariomatch
 {
 
@@ -102,12 +104,16 @@ public:
     virtual ~RecognitionView() = default;
 
     using EventVisitor = std::function<void(const RecognisedEvent& event)>;
+    using ModelVisitor = std::function<void(const CSScenario& model)>;
 
     // Shows every event recognised in the current frame whose alarm level is reported, in the order
     // of the records.
     virtual void visitEvents(const EventVisitor& visit) const = 0;
 
     virtual RecognitionCounters counters() const = 0;
+
+    // Shows every model that takes part in recognition: those that an observer is told of.
+    virtual void visitModels(const ModelVisitor& visit) const = 0;
 
     // Writes for people how the models are matched: in which order their objects are bound, and
     // when each constraint is tested.

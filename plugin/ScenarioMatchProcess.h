@@ -78,6 +78,7 @@ public:
     std::string generateEventListStorageStream() const override;
     void visitEvents(const EventVisitor& visit) const override;
     scenariomatch::RecognitionCounters counters() const override;
+    void visitModels(const ModelVisitor& visit) const override;
     void printPlans(std::ostream& out) const override;
     void setObserver(scenariomatch::RecognitionObserver* observer) override;
 

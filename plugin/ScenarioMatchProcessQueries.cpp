@@ -207,13 +207,22 @@ scenariomatch::RecognitionCounters ScenarioMatchProcess::counters() const
     counters.completions = statistics.completions;
     counters.liveInstances = m_engine->recognisedScenarios().size();
     counters.operatorFailures = m_engine->operatorFailures();
-    if (m_engine->m_allScenarios != nullptr) {
-        for (const auto& [kind, models] : m_engine->m_allScenarios->m_scenariosByKind) {
-            counters.models += static_cast<std::size_t>(std::count_if(
-                models.begin(), models.end(), [](const auto& model) { return model->m_used; }));
+    visitModels([&counters](const CSScenario& /*model*/) { ++counters.models; });
+    return counters;
+}
+
+void ScenarioMatchProcess::visitModels(const ModelVisitor& visit) const
+{
+    if (m_engine->m_allScenarios == nullptr) {
+        return;
+    }
+    for (const auto& [kind, models] : m_engine->m_allScenarios->m_scenariosByKind) {
+        for (const auto& model : models) {
+            if (model->m_used) {
+                visit(*model);
+            }
         }
     }
-    return counters;
 }
 
 void ScenarioMatchProcess::printPlans(std::ostream& out) const

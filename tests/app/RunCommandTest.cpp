@@ -395,9 +395,7 @@ TEST(RunCommand, SaysWhyOperatorsAreMissing)
         SCENARIOMATCH_BUILD_BIN "/../lib/scenariomatch/operators/in.so", folder + "/in.so");
     EXPECT_THAT(
         runProgram(kRun + "--set OperatorPluginPath=" + folder).talk,
-        HasSubstr(
-            "scenariomatch run: files of " + folder + " (OperatorPluginPath) are skipped: 1; " +
-            hint));
+        HasSubstr(folder + " (OperatorPluginPath): warning: files skipped: 1; " + hint));
 }
 
 TEST(RunCommand, EndsWithStatusSixWhereOutputCannotBeWritten)

@@ -47,6 +47,8 @@ public:
 
     RecognitionCounters counters() const override { return {}; }
 
+    void visitModels(const ModelVisitor& /*visit*/) const override {}
+
     void printPlans(std::ostream& /*out*/) const override {}
 
     void setObserver(RecognitionObserver* /*observer*/) override {}

@@ -1,0 +1,261 @@
+#include "app/RecognitionSetup.h"
+
+#include "app/ExitStatus.h"
+#include "app/InstalledFiles.h"
+#include "app/ObjectTypeCheck.h"
+#include "app/OperatorsCommand.h"
+#include "app/RecognitionPlugin.h"
+#include "app/StreamRedirection.h"
+#include "app/TemporaryFile.h"
+#include "host/rhmDataContext.h"
+#include "plugin/RecognitionView.h"
+#include "types/CAllClasses.h"
+
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <iostream>
+#include <set>
+#include <system_error>
+#include <utility>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// The parameters that name files which must be there.
+constexpr std::array<const char*, 4> kNeededFiles{
+    "scenarioRecognitionModelFileName",
+    "scenarioRecognitionObjectDescription",
+    "scenarioRecognitionOperatorDescription",
+    "RHMContext"};
+
+constexpr const char* kAlarmLevel = "XML3AlarmLevel";
+
+std::string systemReason()
+{
+    return std::generic_category().message(errno);
+}
+
+} // namespace
+
+RecognitionSetup::RecognitionSetup(std::ostream& talk, std::string settingsPlace)
+    : m_talk(talk)
+    , m_settingsPlace(std::move(settingsPlace))
+{
+}
+
+RunParameterSources RecognitionSetup::sourcesFor(const std::string& parameterFile)
+{
+    RunParameterSources sources;
+    sources.file = parameterFile;
+    sources.operatorFolder = installedOperatorFolder().string();
+    sources.operatorDescription = installedVocabulary().string();
+    return sources;
+}
+
+// Keeps the first fault; always false.
+bool RecognitionSetup::fail(int status, const std::string& reason)
+{
+    if (!m_fault) {
+        m_fault = {status, reason};
+    }
+    return false;
+}
+
+bool RecognitionSetup::read(RunParameterSources sources)
+{
+    m_sources = std::move(sources);
+    std::string error;
+    std::optional<StorageFile> file = readStorageFile(m_sources.file, error);
+    if (!file) {
+        return fail(kExitModel, error);
+    }
+    m_file = *std::move(file);
+    std::optional<RunParameters> parameters = mergeParameters(m_file, m_sources, error);
+    if (!parameters) {
+        return fail(kExitUsage, "--set: " + error);
+    }
+    m_parameters = *std::move(parameters);
+    return checkFiles();
+}
+
+// A missing file would only be told of in the traces, or not at all.
+bool RecognitionSetup::checkFiles()
+{
+    for (const char* key : kNeededFiles) {
+        const std::string name = textOf(key);
+        if (!name.empty() && !std::ifstream(name).good()) {
+            return fail(kExitModel, fmt::format("{} ({}): {}", name, key, systemReason()));
+        }
+    }
+    if (textOf("scenarioRecognitionModelFileName").empty()) {
+        return fail(kExitModel, m_sources.file + ": scenarioRecognitionModelFileName is missing");
+    }
+    return checkOperators() && checkContext();
+}
+
+bool RecognitionSetup::checkOperators()
+{
+    std::error_code error;
+    const std::string folder = textOf("OperatorPluginPath");
+    if (!std::filesystem::is_directory(folder, error)) {
+        return fail(kExitPlugin, folder + " (OperatorPluginPath): there is no such folder");
+    }
+    const OperatorFolder found = inspectOperatorFolder(folder);
+    const std::string hint = fmt::format("`scenariomatch operators --path {}` says why", folder);
+    if (!found.hasPlugin && found.skipped.empty()) {
+        return fail(kExitPlugin, "no operators in " + folder + " (OperatorPluginPath)");
+    }
+    if (!found.hasPlugin) {
+        const SkippedModule& first = found.skipped.front();
+        return fail(
+            kExitPlugin,
+            fmt::format(
+                "no operators in {} (OperatorPluginPath); {}: {}; {}",
+                folder,
+                first.file,
+                first.reason,
+                hint));
+    }
+    if (!found.skipped.empty()) {
+        m_operatorWarning = fmt::format(
+            "{} (OperatorPluginPath): warning: files skipped: {}; {}\n",
+            folder,
+            found.skipped.size(),
+            hint);
+    }
+    return true;
+}
+
+// The process would go on without a context that cannot be read.
+bool RecognitionSetup::checkContext()
+{
+    const std::string name = textOf("RHMContext");
+    rhmDataContext context;
+    if (name.empty() || context.read(QString::fromStdString(name))) {
+        return true;
+    }
+    return fail(
+        kExitModel,
+        context.errors().empty() ? name + ": no context" : context.errors().back().text());
+}
+
+// What the process takes in its own way without a word.
+void RecognitionSetup::warnOfParameters()
+{
+    const std::string warning = alarmLevelWarning(textOf(kAlarmLevel));
+    if (warning.empty()) {
+        return;
+    }
+    const std::string place =
+        m_sources.hasSetting(kAlarmLevel)
+            ? m_settingsPlace
+            : fmt::format("{}:{}", m_sources.file, m_file.lineOf(kAlarmLevel));
+    m_talk << place << ": warning: " << warning << '\n';
+}
+
+void RecognitionSetup::warnOfObjectTypes()
+{
+    const std::string name = textOf("scenarioRecognitionObjectDescription");
+    if (name.empty()) {
+        return;
+    }
+    CAllClasses types;
+    types.read(name);
+    for (const std::string& warning : objectTypeWarnings(name, types.m_classes)) {
+        m_talk << warning << '\n';
+    }
+}
+
+void RecognitionSetup::warn()
+{
+    m_talk << m_operatorWarning;
+    warnOfParameters();
+    warnOfObjectTypes();
+}
+
+std::unique_ptr<rhmAbstractProcessEventRecognition> RecognitionSetup::createProcess()
+{
+    std::string error;
+    std::unique_ptr<rhmAbstractProcessEventRecognition> process =
+        createRecognitionProcess(installedPluginPath(), error);
+    if (!process) {
+        fail(kExitPlugin, error);
+        return nullptr;
+    }
+    if (!applySetters(*process) || !initProcess(*process) || !checkModels(*process)) {
+        return nullptr;
+    }
+    return process;
+}
+
+bool RecognitionSetup::applySetters(rhmAbstractProcessEventRecognition& process)
+{
+    for (const NamedText& setter : m_parameters.setters) {
+        const auto& [key, value] = setter;
+        if (process.setParameter(key, value)) {
+            continue;
+        }
+        const bool isKnown = process.parameter(key).has_value();
+        const std::string reason = isKnown ? fmt::format("{} cannot be \"{}\"", key, value)
+                                           : fmt::format("there is no parameter \"{}\"", key);
+        if (m_sources.hasSetting(key)) {
+            return fail(kExitUsage, "--set: " + reason);
+        }
+        m_talk << m_sources.file << ':' << m_file.lineOf(key) << ": warning: " << reason << '\n';
+    }
+    return true;
+}
+
+bool RecognitionSetup::initProcess(rhmAbstractProcessEventRecognition& process)
+{
+    const TemporaryFile file("scenariomatch-", ".yml", m_parameters.text);
+    if (!file.isGood()) {
+        return fail(kExitOutput, file.path() + ": the parameters cannot be written");
+    }
+    std::set<std::string> given;
+    for (const NamedText& value : m_parameters.values) {
+        given.insert(value.first);
+    }
+    for (const NamedText& setter : m_parameters.setters) {
+        given.erase(setter.first);
+    }
+    process.setParameterFile(file.path());
+    std::ostream trace(std::cout.rdbuf());
+    MissingParameterFilter filter(given, *std::cerr.rdbuf(), trace);
+    const StreamRedirection redirection(std::cerr, &filter);
+    if (!process.init()) {
+        return fail(kExitModel, m_sources.file + ": the process cannot be initialised");
+    }
+    return true;
+}
+
+bool RecognitionSetup::checkModels(const rhmAbstractProcessEventRecognition& process)
+{
+    const auto* const view = dynamic_cast<const RecognitionView*>(&process);
+    if (view != nullptr && view->counters().models == 0) {
+        return fail(kExitModel, m_sources.file + ": no model takes part in recognition");
+    }
+    return true;
+}
+
+std::string RecognitionSetup::textOf(const std::string& key) const
+{
+    return m_parameters.value(key).value_or("");
+}
+
+std::vector<RunFile> RecognitionSetup::neededFiles() const
+{
+    std::vector<RunFile> files;
+    for (const char* key : kNeededFiles) {
+        files.push_back({key, textOf(key)});
+    }
+    return files;
+}
+
+} // namespace scenariomatch
