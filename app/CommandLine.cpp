@@ -43,6 +43,7 @@ CommandLine::CommandLine()
     , generate(addGenerateCommand(program, generateOptions))
     , newOperator(addNewCommand(program, newOperatorOptions))
     , score(addScoreCommand(program, scoreOptions))
+    , test(addTestCommand(program, testOptions))
 {
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);

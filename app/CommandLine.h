@@ -7,6 +7,7 @@
 #include "app/RunOptions.h"
 #include "app/ScoreCommand.h"
 #include "app/SynthCommand.h"
+#include "app/TestCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,6 +35,7 @@ struct CommandLine
     GenerateOptions generateOptions;
     NewOperatorOptions newOperatorOptions;
     ScoreOptions scoreOptions;
+    TestOptions testOptions;
     // The commands belong to the program.
     const CLI::App* run;
     const CLI::App* check;
@@ -42,6 +44,7 @@ struct CommandLine
     const CLI::App* generate;
     const CLI::App* newOperator;
     const CLI::App* score;
+    const CLI::App* test;
 };
 
 } // namespace scenariomatch

@@ -26,13 +26,14 @@ struct ExitMeaning
 
 constexpr std::array<ExitMeaning, 7> kExitMeanings{
     {{kExitDone, "done"},
-     {kExitNo, "the answer is no: problems were found, or nothing matched what was asked"},
+     {kExitNo,
+      "the answer is no: problems were found, a test failed, or nothing matched what was asked"},
      {kExitUsage,
       "usage: an option is wrong or missing, or an output would overwrite an input or another "
       "output"},
      {kExitModel,
       "a model, parameter, scene or object-type file cannot be used; labels or events that score "
-      "cannot use"},
+      "cannot use; a file of tests that test cannot use"},
      {kExitTracks, "the tracks cannot be used, or --strict stopped"},
      {kExitPlugin, "a plug-in cannot be loaded, or there are no operators"},
      {kExitOutput,

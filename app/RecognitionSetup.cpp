@@ -252,6 +252,7 @@ std::string RecognitionSetup::textOf(const std::string& key) const
 std::vector<RunFile> RecognitionSetup::neededFiles() const
 {
     std::vector<RunFile> files;
+    files.reserve(kNeededFiles.size());
     for (const char* key : kNeededFiles) {
         files.push_back({key, textOf(key)});
     }

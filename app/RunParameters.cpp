@@ -245,6 +245,12 @@ std::vector<std::string> knownParameters()
     return keys;
 }
 
+bool isFileParameter(const std::string& key)
+{
+    const ParameterKind kind = kindOf(key);
+    return kind == ParameterKind::CommonFile || kind == ParameterKind::Path;
+}
+
 std::string alarmLevelWarning(const std::string& level)
 {
     constexpr std::array<std::string_view, 4> kLevels{

@@ -53,6 +53,9 @@ mergeParameters(const StorageFile& file, const RunParameterSources& sources, std
 // The keys that a parameter file may hold.
 std::vector<std::string> knownParameters();
 
+// Whether the parameter's value is the name of a file or folder.
+bool isFileParameter(const std::string& key);
+
 // What the process makes of an alarm level that there is not; empty for the others, and for none.
 std::string alarmLevelWarning(const std::string& level);
 

@@ -374,6 +374,11 @@ YAML::Node onlyDocument(const std::string& text)
 
 } // namespace
 
+Scene readSceneNode(const YAML::Node& node, const SceneLimits& limits)
+{
+    return SceneReader(limits).read(node);
+}
+
 SceneReading
 readScene(const std::string& text, const std::string& fileName, const SceneLimits& limits)
 {

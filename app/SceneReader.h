@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <yaml-cpp/node/node.h>
 
 namespace scenariomatch
 {
@@ -44,5 +45,9 @@ struct SceneReading
 // Reads the text of a scene file, whose name stands in messages.
 SceneReading
 readScene(const std::string& text, const std::string& fileName, const SceneLimits& limits = {});
+
+// Reads a scene that stands within another file. Throws a SceneFault or a YAML::Exception where it
+// is none.
+Scene readSceneNode(const YAML::Node& node, const SceneLimits& limits = {});
 
 } // namespace scenariomatch

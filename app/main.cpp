@@ -41,6 +41,9 @@ int runProgram(int argc, char** argv)
     if (line.score->parsed()) {
         return runScore(line.scoreOptions, std::cout, std::cerr);
     }
+    if (line.test->parsed()) {
+        return runTest(line.testOptions, std::cout, std::cerr);
+    }
     if (line.newOperator->parsed()) {
         return runNewOperator(
             line.newOperatorOptions,

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/ConstraintCoverage.h"
+#include "app/EventWriter.h"
+#include "app/RuleTest.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace scenariomatch
+{
+
+// An event that was recognised; times are milliseconds from the first frame.
+struct FoundEvent
+{
+    ReportedEvent report;
+    std::int64_t begin = 0;
+    std::int64_t end = 0;
+};
+
+// What came out of a case's run, or why there was none.
+struct RuleRun
+{
+    std::vector<FoundEvent> events;
+    // Those that take part; nothing where the process does not tell.
+    std::optional<std::set<std::string>> models;
+    std::optional<std::string> fault;
+};
+
+// Recognises events in the tracks of a case, as the command run does. Counts for the coverage where
+// one is given; talk takes what is wrong with the tracks.
+RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk);
+
+} // namespace scenariomatch

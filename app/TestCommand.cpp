@@ -1,0 +1,225 @@
+#include "app/TestCommand.h"
+
+#include "app/ConstraintCoverage.h"
+#include "app/ExitStatus.h"
+#include "app/OptionChecks.h"
+#include "app/RuleRun.h"
+#include "app/RuleTest.h"
+#include "app/RuleTestUpdate.h"
+#include "app/RuleVerdict.h"
+#include "types/TextFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <map>
+#include <ostream>
+#include <system_error>
+#include <utility>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+// Written beside the file first, so that it is whole whatever happens.
+bool replaceFile(const std::string& name, const std::string& text)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::weakly_canonical(name, error);
+    const std::string beside = path.string() + ".new";
+    {
+        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
+        file << text;
+        file.close();
+        if (!file) {
+            return false;
+        }
+    }
+    std::filesystem::rename(beside, path, error);
+    errno = error.value();
+    return !error;
+}
+
+// All files of one command.
+class TestRun
+{
+public:
+    TestRun(const TestOptions& options, std::ostream& out, std::ostream& talk)
+        : m_options(options)
+        , m_data(out.rdbuf())
+        , m_talk(talk)
+    {
+    }
+
+    int perform();
+
+private:
+    bool readFiles();
+    void runFile(const RuleTestFile& file, RuleReport& report);
+    bool update(const RuleTestFile& file, const std::map<std::size_t, RuleVerdict>& verdicts);
+    void printCoverage();
+    void fail(int status);
+
+    const TestOptions& m_options;
+    // Writes to the caller's stream, also while that one is redirected.
+    std::ostream m_data;
+    std::ostream& m_talk;
+    std::vector<RuleTestFile> m_files;
+    // By parameter file.
+    std::map<std::string, ConstraintCoverage> m_coverage;
+    int m_status = kExitDone;
+};
+
+int TestRun::perform()
+{
+    if (!readFiles()) {
+        return kExitModel;
+    }
+    const std::unique_ptr<RuleReport> report = makeRuleReport(m_options.format, m_data);
+    for (const RuleTestFile& file : m_files) {
+        runFile(file, *report);
+    }
+    report->finish();
+    printCoverage();
+    m_data.flush();
+    if (!m_data.good()) {
+        m_talk << "scenariomatch test: cannot write the verdicts\n";
+        fail(kExitOutput);
+    }
+    return m_status;
+}
+
+// The greatest status wins: what could not be written is worse than a case that fails.
+void TestRun::fail(int status)
+{
+    m_status = std::max(m_status, status);
+}
+
+// Says what is wrong with each of the files before anything is run.
+bool TestRun::readFiles()
+{
+    bool isGood = true;
+    for (const std::string& name : m_options.files) {
+        errno = 0;
+        const std::optional<std::string> text = readTextFile(name);
+        if (!text) {
+            const std::string reason =
+                errno == 0 ? "it is larger than 64 MiB" : std::strerror(errno);
+            m_talk << fmt::format("scenariomatch test: cannot read {}: {}\n", name, reason);
+            isGood = false;
+            continue;
+        }
+        RuleTestReading reading = readRuleTest(*text, name);
+        if (reading.file) {
+            m_files.push_back(*std::move(reading.file));
+        } else {
+            m_talk << reading.problem;
+            isGood = false;
+        }
+    }
+    return isGood;
+}
+
+void TestRun::runFile(const RuleTestFile& file, RuleReport& report)
+{
+    std::map<std::size_t, RuleVerdict> differing;
+    std::vector<RuleVerdict> verdicts;
+    for (const RuleCase& ruleCase : file.cases) {
+        ConstraintCoverage* const coverage =
+            m_options.hasCoverage ? &m_coverage[ruleCase.parameterFile] : nullptr;
+        verdicts.push_back(judge(ruleCase, runRuleCase(ruleCase, coverage, m_talk)));
+        const RuleVerdict& verdict = verdicts.back();
+        if (!verdict.isPassed() && !verdict.fault && ruleCase.events) {
+            differing.emplace(verdicts.size() - 1, verdict);
+        }
+    }
+    const bool isUpdated = m_options.isUpdate && !differing.empty() && update(file, differing);
+    for (std::size_t i = 0; i < verdicts.size(); ++i) {
+        if (isUpdated && differing.contains(i)) {
+            // What must be absent and was found is not made right by writing it down.
+            verdicts[i].differences = verdicts[i].forbidden;
+        }
+        report.add(file.name, file.cases[i], verdicts[i]);
+        if (!verdicts[i].isPassed()) {
+            fail(kExitNo);
+        }
+    }
+}
+
+bool TestRun::update(const RuleTestFile& file, const std::map<std::size_t, RuleVerdict>& verdicts)
+{
+    const std::optional<std::string> text = updatedRuleTest(file, verdicts);
+    if (!text) {
+        m_talk << fmt::format(
+            "scenariomatch test: {}: the events cannot be replaced safely; write them as a list "
+            "of their own\n",
+            file.name);
+        return false;
+    }
+    if (!replaceFile(file.name, *text)) {
+        m_talk << fmt::format(
+            "scenariomatch test: cannot write {}: {}\n", file.name, std::strerror(errno));
+        fail(kExitOutput);
+        return false;
+    }
+    m_talk << fmt::format("{}: events of {} cases written\n", file.name, verdicts.size());
+    return true;
+}
+
+void TestRun::printCoverage()
+{
+    const bool isXml = m_options.format == RuleReportFormat::JUnit;
+    const std::string prefix = m_options.format == RuleReportFormat::Tap ? "# " : "";
+    std::ostream& out = isXml ? m_talk : m_data;
+    for (const auto& [parameterFile, coverage] : m_coverage) {
+        out << prefix << "coverage of " << parameterFile << '\n';
+        coverage.print(out, prefix);
+        if (m_options.needsCoverage && !coverage.isFull()) {
+            fail(kExitNo);
+        }
+    }
+}
+
+} // namespace
+
+CLI::App* addTestCommand(CLI::App& program, TestOptions& options)
+{
+    CLI::App* const command = program.add_subcommand("test", "Test rules");
+    command
+        ->add_option(
+            "FILES", options.files, "Files of tests (YAML or JSON, see docs/testing-rules.md)")
+        ->type_name("FILE")
+        ->required();
+    const Choices<RuleReportFormat> formats{
+        {"text", RuleReportFormat::Text},
+        {"tap", RuleReportFormat::Tap},
+        {"junit", RuleReportFormat::JUnit}};
+    addChoice(
+        *command, "--format", options.format, formats, "Format of the verdicts (default: text)");
+    command->add_flag("--update", options.isUpdate, "Write the events found over those expected");
+    command->add_flag(
+        "--coverage", options.hasCoverage, "Tell how often each constraint was true and false");
+    command->add_flag(
+        "--require-coverage",
+        options.needsCoverage,
+        "As --coverage; fail where a constraint was not both");
+    command->footer("Examples:\n"
+                    "  scenariomatch test examples/gate/tests/door.yaml\n"
+                    "  scenariomatch test examples/gate/tests/door.yaml --coverage --format tap");
+    return command;
+}
+
+int runTest(const TestOptions& options, std::ostream& out, std::ostream& talk)
+{
+    TestOptions complete = options;
+    complete.hasCoverage = options.hasCoverage || options.needsCoverage;
+    return TestRun(complete, out, talk).perform();
+}
+
+} // namespace scenariomatch
