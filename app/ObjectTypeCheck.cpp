@@ -118,17 +118,4 @@ std::vector<ObjectTypeFault> objectTypeFaults(const std::vector<CClass>& types)
     return ParentWalk(types).faults();
 }
 
-std::vector<std::string>
-objectTypeWarnings(const std::string& fileName, const std::vector<CClass>& types)
-{
-    if (types.empty()) {
-        return {fileName + ": warning: no class is declared"};
-    }
-    std::vector<std::string> warnings;
-    for (const ObjectTypeFault& fault : objectTypeFaults(types)) {
-        warnings.push_back(fmt::format("{}:{}: warning: {}", fileName, fault.line, fault.reason));
-    }
-    return warnings;
-}
-
 } // namespace scenariomatch

@@ -23,9 +23,4 @@ struct ObjectTypeFault
 // A circle of parents is told of once, at the first of its types in the file.
 std::vector<ObjectTypeFault> objectTypeFaults(const std::vector<CClass>& types);
 
-// The same for the types of a file, one line each: "file:line: warning: ...". A file without any
-// type gets one warning.
-std::vector<std::string>
-objectTypeWarnings(const std::string& fileName, const std::vector<CClass>& types);
-
 } // namespace scenariomatch

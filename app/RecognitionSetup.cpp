@@ -2,14 +2,13 @@
 
 #include "app/ExitStatus.h"
 #include "app/InstalledFiles.h"
-#include "app/ObjectTypeCheck.h"
 #include "app/OperatorsCommand.h"
 #include "app/RecognitionPlugin.h"
+#include "app/RunCheck.h"
 #include "app/StreamRedirection.h"
 #include "app/TemporaryFile.h"
 #include "host/rhmDataContext.h"
 #include "plugin/RecognitionView.h"
-#include "types/CAllClasses.h"
 
 #include <array>
 #include <cerrno>
@@ -159,24 +158,11 @@ void RecognitionSetup::warnOfParameters()
     m_talk << place << ": warning: " << warning << '\n';
 }
 
-void RecognitionSetup::warnOfObjectTypes()
-{
-    const std::string name = textOf("scenarioRecognitionObjectDescription");
-    if (name.empty()) {
-        return;
-    }
-    CAllClasses types;
-    types.read(name);
-    for (const std::string& warning : objectTypeWarnings(name, types.m_classes)) {
-        m_talk << warning << '\n';
-    }
-}
-
 void RecognitionSetup::warn()
 {
     m_talk << m_operatorWarning;
     warnOfParameters();
-    warnOfObjectTypes();
+    writeModelErrors(m_sources.file, m_file, m_parameters, m_talk);
 }
 
 std::unique_ptr<rhmAbstractProcessEventRecognition> RecognitionSetup::createProcess()

@@ -43,7 +43,8 @@ public:
     // Reads the parameters and sees that the files that they name are there.
     bool read(RunParameterSources sources);
 
-    // Warns of operators, parameters and object types.
+    // Warns of operators and parameters, and prints the errors that the command "check" finds in what
+    // they name.
     void warn();
 
     // A process that is ready for its first frame, with at least one model; null after a fault.
@@ -65,7 +66,6 @@ private:
     bool checkOperators();
     bool checkContext();
     void warnOfParameters();
-    void warnOfObjectTypes();
     bool applySetters(rhmAbstractProcessEventRecognition& process);
     bool initProcess(rhmAbstractProcessEventRecognition& process);
     bool checkModels(const rhmAbstractProcessEventRecognition& process);

@@ -171,6 +171,7 @@ public:
             readDeclaration(lines);
         }
         checkRest(*block);
+        takeConstants();
         return std::move(m_file);
     }
 
@@ -178,6 +179,7 @@ private:
     void readDeclaration(const Lines& lines);
     void readModel(const Lines& lines, const PlacedText& text);
     void readConstant(const PlacedText& text);
+    void takeConstants();
     bool reportRemark(const Lines& lines, const PlacedText& text);
     void checkRest(const Block& block);
 
@@ -185,6 +187,8 @@ private:
     const std::set<std::string>& m_operators;
     Diagnostics& m_out;
     std::vector<Lines> m_gathered;
+    // Constants that no model has been read after.
+    std::vector<Constant> m_newConstants;
     ModelFile m_file;
 };
 
@@ -244,6 +248,7 @@ bool Reader::reportRemark(const Lines& lines, const PlacedText& text)
 void Reader::readModel(const Lines& lines, const PlacedText& text)
 {
     Model model = ModelParser(text, m_operators, m_out).parse();
+    takeConstants();
     model.constants = m_file.constants;
     model.isRead = isModelKind(model.kind.text) &&
                    std::find(m_gathered.begin(), m_gathered.end(), lines) != m_gathered.end();
@@ -271,8 +276,18 @@ void Reader::readConstant(const PlacedText& text)
     constant.value = firstWord(textAfter(inside, ' ')).word();
     constant.number = stringToDouble(constant.value.text);
     checkConstantValue(constant, m_out);
+    m_newConstants.push_back(std::move(constant));
+}
+
+// Models share the table between two declarations of constants.
+void Reader::takeConstants()
+{
+    if (m_newConstants.empty()) {
+        return;
+    }
     auto constants = std::make_shared<std::vector<Constant>>(*m_file.constants);
-    constants->push_back(std::move(constant));
+    constants->insert(constants->end(), m_newConstants.begin(), m_newConstants.end());
+    m_newConstants.clear();
     m_file.constants = std::move(constants);
 }
 

@@ -236,7 +236,6 @@ void ObjectTypes::readBlock(const Source& source, std::size_t& line, Diagnostics
 
 void ObjectTypes::read(const Source& source, Diagnostics& out)
 {
-    m_isRead = true;
     for (std::size_t line = 1; line <= source.lineCount(); ++line) {
         const std::string_view text = source.lineText(line);
         const bool isProse = text.find("class") != std::string_view::npos &&
@@ -252,7 +251,8 @@ void ObjectTypes::read(const Source& source, Diagnostics& out)
             readBlock(source, line, out);
         }
     }
-    if (m_types.empty()) {
+    m_isRead = !m_types.empty();
+    if (!m_isRead) {
         out.add("no-block", {&source, 0, 0}, "no type is declared");
     }
 }

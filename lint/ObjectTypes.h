@@ -30,7 +30,7 @@ public:
     // Reads the file and reports what is wrong in it.
     void read(const Source& source, Diagnostics& out);
 
-    // Whether a file was read. Without one nothing is said about types.
+    // Whether a file that declares types was read. Without one nothing is said about types.
     bool isRead() const { return m_isRead; }
 
     bool isDeclared(std::string_view type) const;

@@ -46,14 +46,18 @@ const Model* Project::findModel(std::string_view name) const
 const Source* Project::open(const NamedFile& file, Diagnostics& out)
 {
     auto text = readTextFile(file.path);
-    if (text) {
+    if (text && text->size() <= kMaximumFileBytes) {
         return &m_sources.emplace_back(file.path, *std::move(text));
     }
     m_isIncomplete = true;
     const Range place = file.named.source == nullptr
                             ? Range{&m_sources.emplace_back(file.path, ""), 0, 0}
                             : file.named;
-    out.add("unreadable-file", place, fmt::format("{} cannot be read", file.path));
+    out.add(
+        "unreadable-file",
+        place,
+        text ? fmt::format("{} is not checked: it is larger than 1 MiB", file.path)
+             : fmt::format("{} cannot be read", file.path));
     return nullptr;
 }
 

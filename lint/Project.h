@@ -5,6 +5,7 @@
 #include "lint/ObjectTypes.h"
 #include "lint/OperatorTable.h"
 
+#include <cstddef>
 #include <deque>
 #include <map>
 #include <optional>
@@ -48,6 +49,9 @@ struct ProjectFiles
 class Project
 {
 public:
+    // A larger file is not checked; it is reported as one that cannot be read.
+    static constexpr std::size_t kMaximumFileBytes = std::size_t{1} << 20U;
+
     // Reads the files; reports what is wrong with their shape, and files that cannot be read.
     Project(const ProjectFiles& files, Diagnostics& out);
     Project(const Project&) = delete;

@@ -51,13 +51,15 @@ void checkCircles(const ObjectTypes& types, Diagnostics& out)
             line.push_back(type);
             type = parentOf(types, *type);
         }
-        if (std::find(line.begin(), line.end(), type) == line.end() || type == nullptr) {
-            continue;
+        const auto entry = std::find(line.begin(), line.end(), type);
+        if (entry != line.end()) {
+            // All types lie in one list, so the first in the file has the least place.
+            const ObjectType* first = *std::min_element(entry, line.end());
+            out.add(
+                "parent-circle",
+                first->parent.range,
+                fmt::format("{} derives from itself", first->name.text));
         }
-        out.add(
-            "parent-circle",
-            type->parent.range,
-            fmt::format("{} derives from itself", type->name.text));
     }
 }
 

@@ -510,23 +510,29 @@ TEST(RunCommand, RefusesAContextThatCannotBeRead)
     EXPECT_EQ(outcome.out, "");
 }
 
-TEST(RunCommand, WarnsOfObjectTypesAndGoesOn)
+TEST(RunCommand, PrintsTheErrorsThatCheckFindsAndGoesOn)
 {
     const std::string types = write(
         "types.txt",
-        contentOf(kFiles + "objects.txt") + "class Guard:Nobody {\n}\nclass Group:Group {\n}\n");
+        contentOf(kFiles + "objects.txt") +
+            "class Guard:Nobody {\nconstant false;\n}\nclass Group:Group {\nconstant false;\n}\n");
     const std::string key = "--set scenarioRecognitionObjectDescription=";
     const Outcome outcome = runProgram(kRun + key + types);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
     EXPECT_EQ(
         outcome.talk,
-        types + ":10: warning: the parent Nobody of Guard is not declared\n" + types +
-            ":12: warning: Group derives from itself: Group -> Group\n");
+        types + ":10:13: error: 'Nobody', the parent of Guard, is not declared [unknown-parent]\n" +
+            "   10 | class Guard:Nobody {\n"
+            "      |             ^~~~~~\n" +
+            types +
+            ":13:13: error: Group derives from itself [parent-circle]\n"
+            "   13 | class Group:Group {\n"
+            "      |             ^~~~~\n");
     const std::string empty = write("empty.txt", "");
     const Outcome none = runProgram(kRun + key + empty);
     EXPECT_EQ(none.status, 0);
-    EXPECT_EQ(none.talk, empty + ": warning: no class is declared\n");
+    EXPECT_EQ(none.talk, empty + ":1:1: error: no type is declared [no-block]\n");
 }
 
 TEST(RunCommand, WarnsOfAnAlarmLevelThatThereIsNot)
