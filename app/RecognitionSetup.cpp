@@ -48,10 +48,12 @@ RecognitionSetup::RecognitionSetup(std::ostream& talk, std::string settingsPlace
 {
 }
 
-RunParameterSources RecognitionSetup::sourcesFor(const std::string& parameterFile)
+RunParameterSources
+RecognitionSetup::sourcesFor(const std::string& parameterFile, unsigned maximumCandidates)
 {
     RunParameterSources sources;
     sources.file = parameterFile;
+    sources.settings.emplace_back("MaximumCandidates", std::to_string(maximumCandidates));
     sources.operatorFolder = installedOperatorFolder().string();
     sources.operatorDescription = installedVocabulary().string();
     return sources;

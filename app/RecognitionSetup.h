@@ -14,6 +14,9 @@
 namespace scenariomatch
 {
 
+// How many candidates of a model are tried in a frame unless a run says otherwise: seconds of work.
+constexpr unsigned kMaximumCandidates = 10'000'000;
+
 // Why a run ends before its time: the exit status and the reason.
 struct RunFault
 {
@@ -37,14 +40,16 @@ public:
     // Warnings go to talk. What stands for the place of settings in messages.
     RecognitionSetup(std::ostream& talk, std::string settingsPlace);
 
-    // A parameter file with what is installed where it names nothing.
-    static RunParameterSources sourcesFor(const std::string& parameterFile);
+    // A parameter file with what is installed where it names nothing. Settings are to be added
+    // behind those that are there.
+    static RunParameterSources
+    sourcesFor(const std::string& parameterFile, unsigned maximumCandidates = kMaximumCandidates);
 
     // Reads the parameters and sees that the files that they name are there.
     bool read(RunParameterSources sources);
 
-    // Warns of operators and parameters, and prints the errors that the command "check" finds in what
-    // they name.
+    // Warns of operators and parameters, and prints the errors that the command "check" finds in
+    // what they name.
     void warn();
 
     // A process that is ready for its first frame, with at least one model; null after a fault.

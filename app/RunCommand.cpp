@@ -123,7 +123,8 @@ bool Run::failAsSetup()
 
 bool Run::prepareParameters()
 {
-    RunParameterSources sources = RecognitionSetup::sourcesFor(m_options.parameterFile);
+    RunParameterSources sources =
+        RecognitionSetup::sourcesFor(m_options.parameterFile, m_options.maximumCandidates);
     sources.commonPath = m_options.commonPath;
     for (const std::string& text : m_options.settings) {
         const std::optional<NamedText> setting = parseSetting(text);

@@ -77,6 +77,13 @@ void addParameterOptions(CLI::App& command, RunOptions& options)
             options.commonPath,
             "Put before the file names in the parameter file instead of its own folder")
         ->type_name("PREFIX");
+    command
+        .add_option(
+            "--max-candidates",
+            options.maximumCandidates,
+            "Tries of a model in a frame before its other candidates are left out (10000000); "
+            "0 for no limit")
+        ->type_name("NUMBER");
 }
 
 void addOutputOptions(CLI::App& command, RunOptions& options)

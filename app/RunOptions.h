@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/EventWriterFactory.h"
+#include "app/RecognitionSetup.h"
 #include "app/TrackReader.h"
 
 #include <CLI/CLI.hpp>
@@ -29,6 +30,7 @@ struct RunOptions
     std::optional<std::string> commonPath;
     // "key=value".
     std::vector<std::string> settings;
+    unsigned maximumCandidates = kMaximumCandidates;
     // "-" is standard output.
     std::string events = "-";
     EventFormat eventFormat = EventFormat::JsonLines;

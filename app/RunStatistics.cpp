@@ -31,6 +31,8 @@ void RunStatistics::addFrame(std::size_t actors, const RecognitionCounters& coun
     m_completions += static_cast<std::uint64_t>(std::max(counters.completions, 0));
     m_live = counters.liveInstances;
     m_mostLive = std::max(m_mostLive, m_live);
+    m_operatorFailures = counters.operatorFailures;
+    m_candidateCuts = counters.candidateCuts;
 }
 
 void RunStatistics::print(std::ostream& out) const
@@ -46,6 +48,12 @@ void RunStatistics::print(std::ostream& out) const
         << fmt::format("reported instances   {}\n", m_reported)
         << fmt::format("frames per second    {:.1f}\n", rate)
         << fmt::format("peak memory          {:.1f} MiB\n", peakMebibytes());
+    if (m_operatorFailures > 0) {
+        out << fmt::format("operator failures    {}\n", m_operatorFailures);
+    }
+    if (m_candidateCuts > 0) {
+        out << fmt::format("models cut short     {}\n", m_candidateCuts);
+    }
 }
 
 void CountingEventWriter::write(const ReportedEvent& event)

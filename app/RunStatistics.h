@@ -21,7 +21,7 @@ public:
 
     std::size_t frames() const { return m_frames; }
 
-    // Writes one figure a line.
+    // Writes one figure a line; troubles only where there were some.
     void print(std::ostream& out) const;
 
 private:
@@ -35,6 +35,8 @@ private:
     std::uint64_t m_completions = 0;
     std::size_t m_live = 0;
     std::size_t m_mostLive = 0;
+    std::uint64_t m_operatorFailures = 0;
+    std::uint64_t m_candidateCuts = 0;
     std::uint64_t m_reported = 0;
 };
 

@@ -95,8 +95,9 @@ public:
     // Reads the operator description, then copies the operator table into
     // CConstraint::m_allOperators.
     void readOperatorAgent(const std::string& fileName);
-    // Is told, once per operator, that it threw; null by default.
-    void setOperatorFailureReport(std::function<void(const std::string& message)> report);
+    // Is told, once per operator, that it threw, and once per model that it had too many
+    // candidates; null by default.
+    void setFailureReport(std::function<void(const std::string& message)> report);
 
     // How often operators have thrown.
     std::uint64_t operatorFailures() const { return m_operatorFailures; }
@@ -167,6 +168,13 @@ public:
 
     const Statistics& statistics() const { return m_statistics; }
 
+    // How many candidates of a model are tried in a frame, counted with each agent or recognised
+    // instance that is tried for a variable; the others are left out. 0 for all, the default.
+    void setCandidateLimit(std::uint64_t most) { m_candidateLimit = most; }
+
+    // How often a model has had too many candidates in a frame.
+    std::uint64_t candidateCuts() const { return m_candidateCuts; }
+
     // The observer must outlive its use; null for none.
     void setObserver(scenariomatch::RecognitionObserver* observer) { m_observer = observer; }
 
@@ -211,6 +219,8 @@ private:
     struct Seeds;
     Recognition& preparedRecognition();
 
+    void noteCut(const std::string& modelName, std::uint64_t candidates);
+
     // Primitive states
     void recognisePrimitives(Seeds& seeds);
     void
@@ -251,7 +261,7 @@ private:
 
     CConstraint::OperatorTable m_operators;
     std::vector<std::shared_ptr<scenariomatch::AgentOperator>> m_agentOperators;
-    std::function<void(const std::string&)> m_reportOperatorFailure;
+    std::function<void(const std::string&)> m_reportFailure;
     std::set<std::string> m_failedOperators;
     std::uint64_t m_operatorFailures = 0;
 
@@ -265,6 +275,9 @@ private:
     double m_constTimeSearch = CSScenarioInstance::m_const_TimeSearch;
 
     std::unique_ptr<Recognition> m_recognition;
+    std::uint64_t m_candidateLimit = 0;
+    std::uint64_t m_candidateCuts = 0;
+    std::set<std::string> m_cutModels;
     int m_nextInstanceId = 0;
     InstancesByModel m_firstLevelCandidates;
     Statistics m_statistics;

@@ -67,10 +67,11 @@ struct CSEngine::Attempt
 
 void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded)
 {
-    preparedRecognition();
+    Recognition& recognition = preparedRecognition();
     if (!m_currentTime) {
         return;
     }
+    scenariomatch::CandidateLimit& limit = recognition.context->limit;
     for (const auto& [name, seeds] : seeded) {
         Instances pending;
         Instances completed;
@@ -81,7 +82,13 @@ void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesB
                 pending.push_back(seed);
             }
         }
+        std::uint64_t& tried = recognition.tried[name];
+        limit.start(tried);
         completePending(pending, completed);
+        tried = limit.tried();
+        if (limit.isReached()) {
+            noteCut(name, 0);
+        }
         if (!completed.empty()) {
             Instances& all = candidates[name];
             all.insert(
@@ -130,7 +137,7 @@ void CSEngine::completePending(const Instances& pending, Instances& completed)
             continue;
         }
         for (RecognisedEntry* entry : group->items()) {
-            if (isTooOld(*entry->instance)) {
+            if (isTooOld(*entry->instance) || !m_recognition->context->limit.tryOne()) {
                 break;
             }
             attempts.push_back({entry, i});
@@ -168,7 +175,7 @@ void CSEngine::completeRest(std::shared_ptr<CSScenarioInstance> candidate, Insta
         return;
     }
     for (RecognisedEntry* entry : group->items()) {
-        if (isTooOld(*entry->instance)) {
+        if (isTooOld(*entry->instance) || !m_recognition->context->limit.tryOne()) {
             return;
         }
         auto joined = tryCompletion(*candidate, component, *entry, false);

@@ -3,6 +3,7 @@
 #include "engine/RecognitionObserver.h"
 
 #include <iostream>
+#include <string>
 #include <utility>
 
 using scenariomatch::agentIdentifier;
@@ -36,6 +37,19 @@ void CSEngine::infer()
     cleanRecognisedScenario();
     cleanHistory();
     removeAgents();
+}
+
+// Of composites nobody knows how many candidates there are.
+void CSEngine::noteCut(const std::string& modelName, std::uint64_t candidates)
+{
+    ++m_candidateCuts;
+    if (m_cutModels.insert(modelName).second && m_reportFailure) {
+        m_reportFailure(
+            "Model " + modelName + " has too many candidates in frame " +
+            std::to_string(m_currentTime->m_frameID) +
+            (candidates > 0 ? " (" + std::to_string(candidates) + ")" : "") + ": those after " +
+            std::to_string(m_candidateLimit) + " tries are left out");
+    }
 }
 
 int CSEngine::addRecognisedEvent(

@@ -46,15 +46,15 @@ void CSEngine::readOperatorAgent(const std::string& fileName)
     CConstraint::m_allOperators = m_operators;
 }
 
-void CSEngine::setOperatorFailureReport(std::function<void(const std::string&)> report)
+void CSEngine::setFailureReport(std::function<void(const std::string&)> report)
 {
-    m_reportOperatorFailure = std::move(report);
+    m_reportFailure = std::move(report);
 }
 
 void CSEngine::noteOperatorFailure(const CSOperatorInterfaceAbstract& op, const std::string& what)
 {
     ++m_operatorFailures;
-    if (m_failedOperators.insert(op.m_name).second && m_reportOperatorFailure) {
-        m_reportOperatorFailure("Operator " + op.m_name + " failed: " + what);
+    if (m_failedOperators.insert(op.m_name).second && m_reportFailure) {
+        m_reportFailure("Operator " + op.m_name + " failed: " + what);
     }
 }

@@ -62,12 +62,16 @@ void CSEngine::recognisePrimitives(Seeds& seeds)
     recognition.awake.startFrame(m_currentTime->m_frameID, m_agents);
     recognition.context->view.begin(recognition.awake.table(), *m_currentTime, m_objectTypes);
     recognition.context->shared.beginFrame();
+    recognition.startCandidates(m_candidateLimit);
     for (auto& [name, primitives] : recognition.primitives) {
         for (auto& [plan, outcome] : primitives) {
             const std::uint64_t candidates = plan.enumerate([&, &plan = plan, &outcome = *outcome] {
                 recogniseCandidate(plan, outcome, seeds);
             });
             m_statistics.tested = added(m_statistics.tested, candidates);
+            if (plan.isCut()) {
+                noteCut(name, candidates);
+            }
         }
     }
 }

@@ -525,16 +525,13 @@ void PrimitivePlan::findAll()
     m_foundConfidences.clear();
     m_foundOrder.clear();
     m_candidates = countCandidates();
-    if (m_candidates == 0 || !isPossible()) {
-        return;
-    }
     const auto remember = [this] {
         m_foundOrder.push_back(m_foundOrder.size());
         m_foundRanks.insert(m_foundRanks.end(), m_ranks.begin(), m_ranks.end());
         m_foundConfidences.insert(
             m_foundConfidences.end(), m_confidences.begin(), m_confidences.end());
     };
-    bind(0, remember);
+    bindAll(remember);
     if (m_isReordered) {
         sortFound();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/CandidateLimit.h"
 #include "engine/Choices.h"
 #include "engine/Expression.h"
 #include "engine/FrameView.h"
@@ -27,6 +28,7 @@ struct PlanContext
     SharedValues shared;
     Choices choices;
     Neighbourhoods neighbourhoods;
+    CandidateLimit limit;
 };
 
 // How the candidates of a primitive state are enumerated and tested, made once per model.
@@ -59,9 +61,13 @@ public:
     void follow(PrimitivePlan& finder);
 
     // Calls visit() for each candidate of the frame whose tested constraints hold, with agents and
-    // confidences set. Returns the number of all candidates.
+    // confidences set, but not for those beyond the context's limit. Returns the number of all
+    // candidates.
     template <class Visit>
     std::uint64_t enumerate(Visit&& visit);
+
+    // Whether the last enumeration left candidates out.
+    bool isCut() const { return m_finder == nullptr ? m_isCut : m_finder->m_isCut; }
 
     const std::shared_ptr<CSScenario>& model() const { return m_model; }
 
@@ -160,6 +166,8 @@ private:
     // Makes ready for binding; false where a constraint without variables is.
     bool isPossible();
     template <class Visit>
+    void bindAll(Visit& visit);
+    template <class Visit>
     void bind(std::size_t step, Visit& visit);
     template <class Try>
     void forEachRank(const Step& step, const Choices::Answer* chosen, Try&& tryOut);
@@ -205,6 +213,7 @@ private:
     // confidences, one after the other.
     std::uint64_t m_foundFrame = 0;
     std::uint64_t m_candidates = 0;
+    bool m_isCut = false;
     std::vector<std::uint32_t> m_foundRanks;
     std::vector<double> m_foundConfidences;
     std::vector<std::size_t> m_foundOrder;
@@ -222,11 +231,19 @@ std::uint64_t PrimitivePlan::enumerate(Visit&& visit)
         }
         return finder.m_candidates;
     }
-    const std::uint64_t candidates = countCandidates();
-    if (candidates > 0 && isPossible()) {
+    m_candidates = countCandidates();
+    bindAll(visit);
+    return m_candidates;
+}
+
+template <class Visit>
+void PrimitivePlan::bindAll(Visit& visit)
+{
+    m_context.limit.start();
+    if (m_candidates > 0 && isPossible()) {
         bind(0, visit);
     }
-    return candidates;
+    m_isCut = m_context.limit.isReached();
 }
 
 template <class Visit>
@@ -239,30 +256,40 @@ void PrimitivePlan::bind(std::size_t step, Visit& visit)
     const Step& here = m_steps[step];
     const Choices::Answer* chosen = here.filter ? chosenFor(here) : nullptr;
     forEachRank(here, chosen, [&](std::uint32_t rank) {
+        if (!m_context.limit.tryOne()) {
+            return false;
+        }
         if (passes(here, chosen, rank)) {
             bind(step + 1, visit);
         }
+        return true;
     });
 }
 
-// Those within reach, where there are fewer of them; else those who pass the filter, or all.
+// Those within reach, where there are fewer of them; else those who pass the filter, or all; as
+// long as another one may be tried.
 template <class Try>
 void PrimitivePlan::forEachRank(const Step& step, const Choices::Answer* chosen, Try&& tryOut)
 {
     const auto found = neighboursFor(step);
     if (!found.isAnyone) {
         for (const Neighbourhoods::Neighbour& neighbour : found.neighbours) {
-            if (neighbour.squaredDistance <= step.nearby->squaredLimit) {
-                tryOut(neighbour.rank);
+            const bool isNear = neighbour.squaredDistance <= step.nearby->squaredLimit;
+            if (isNear && !tryOut(neighbour.rank)) {
+                return;
             }
         }
     } else if (chosen != nullptr) {
         for (const std::uint32_t rank : chosen->ranks) {
-            tryOut(rank);
+            if (!tryOut(rank)) {
+                return;
+            }
         }
     } else {
         for (std::uint32_t rank = 0; rank < m_choices[step.group].size(); ++rank) {
-            tryOut(rank);
+            if (!tryOut(rank)) {
+                return;
+            }
         }
     }
 }

@@ -123,6 +123,14 @@ CSEngine::Recognition::outcomeOf(const CSScenario& model, const CSAllScenarios& 
     return outcome;
 }
 
+void CSEngine::Recognition::startCandidates(std::uint64_t limit)
+{
+    context->limit.set(limit);
+    for (auto& [name, count] : tried) {
+        count = 0;
+    }
+}
+
 // Where every candidate is observed those that do not fit are looked at too; else only instances
 // with the shared participant are.
 const scenariomatch::RecognisedGroup* CSEngine::Recognition::recognisedFor(

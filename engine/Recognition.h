@@ -8,6 +8,7 @@
 #include "engine/RecognisedScenarios.h"
 #include "engine/Seeding.h"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <span>
@@ -54,6 +55,9 @@ struct CSEngine::Recognition
     // Worked out when it is new.
     Outcome& outcomeOf(const CSScenario& model, const CSAllScenarios& scenarios);
 
+    // A frame begins, in which that many candidates of a model may be tried.
+    void startCandidates(std::uint64_t limit);
+
     // The recognised instances that can fill the component of a candidate.
     const scenariomatch::RecognisedGroup*
     recognisedFor(const CSScenarioInstance& candidate, std::size_t component) const;
@@ -70,6 +74,8 @@ struct CSEngine::Recognition
     scenariomatch::ComponentLookups lookups;
     scenariomatch::AwakeAgents awake;
     scenariomatch::RecognisedScenarios recognised;
+    // By model name, how many candidates of composites were tried in the frame.
+    std::map<std::string, std::uint64_t> tried;
 
     // Of the candidate or instance at hand; kept to save allocations.
     std::vector<int> participants;

@@ -82,6 +82,8 @@ struct RecognitionCounters
     std::size_t models = 0;
     // How often an operator has thrown, since the start.
     std::uint64_t operatorFailures = 0;
+    // How often a model has had too many candidates in a frame, since the start.
+    std::uint64_t candidateCuts = 0;
 };
 
 // What a recognition process tells beyond the platform's event records. Programs of ours find it

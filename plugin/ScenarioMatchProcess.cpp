@@ -11,7 +11,7 @@ ScenarioMatchProcess::ScenarioMatchProcess()
     : m_engine(std::make_shared<CSEngine>())
     , m_actorAgents(std::make_unique<scenariomatch::ActorAgents>(*m_engine))
 {
-    m_engine->setOperatorFailureReport([](const std::string& message) {
+    m_engine->setFailureReport([](const std::string& message) {
         ovkLogger::instance()->log(ovkLogger::kErrorLevel, message);
     });
 }

@@ -196,6 +196,12 @@ public:
 
     void setParamConfidenceCompositeEvent(double value) { m_confidenceCompositeEvent = value; }
 
+    // How many candidates of a model are tried in a frame; 0, the default, for all. See
+    // CSEngine::setCandidateLimit().
+    unsigned getParamMaximumCandidates() const { return m_maximumCandidates; }
+
+    void setParamMaximumCandidates(unsigned count) { m_maximumCandidates = count; }
+
 private:
     struct NamedParameter;
 
@@ -252,6 +258,7 @@ private:
     double m_confidencePrimitiveEvent = 0.7;
     double m_confidenceCompositeState = 0.7;
     double m_confidenceCompositeEvent = 0.7;
+    unsigned m_maximumCandidates = 0;
 
     std::shared_ptr<CSEngine> m_engine;
     std::unique_ptr<scenariomatch::ActorAgents> m_actorAgents;

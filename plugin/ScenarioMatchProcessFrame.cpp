@@ -29,6 +29,7 @@ bool ScenarioMatchProcess::performEventRecognition()
     if (m_debug) {
         printModelsOfFrame();
     }
+    m_engine->setCandidateLimit(m_maximumCandidates);
     m_engine->infer();
     processEventModelMiscellaneouClause();
     if (m_engine->recognisedScenarios().size() >= 2) {

@@ -38,6 +38,11 @@ std::string valueText(int value)
     return std::to_string(value);
 }
 
+std::string valueText(unsigned value)
+{
+    return std::to_string(value);
+}
+
 std::string valueText(double value)
 {
     std::array<char, 32> digits = {};
@@ -74,6 +79,11 @@ bool setNumber(Number& value, const std::string& text)
 }
 
 bool setValue(int& value, const std::string& text)
+{
+    return setNumber(value, text);
+}
+
+bool setValue(unsigned& value, const std::string& text)
 {
     return setNumber(value, text);
 }
@@ -136,6 +146,7 @@ const std::vector<ScenarioMatchProcess::NamedParameter>& ScenarioMatchProcess::n
         Parameter::of<&Process::m_confidencePrimitiveEvent>("ConfidencePrimitiveEvent"),
         Parameter::of<&Process::m_confidenceCompositeState>("ConfidenceCompositeState"),
         Parameter::of<&Process::m_confidenceCompositeEvent>("ConfidenceCompositeEvent"),
+        Parameter::of<&Process::m_maximumCandidates>("MaximumCandidates"),
     };
     return parameters;
 }

@@ -207,6 +207,7 @@ scenariomatch::RecognitionCounters ScenarioMatchProcess::counters() const
     counters.completions = statistics.completions;
     counters.liveInstances = m_engine->recognisedScenarios().size();
     counters.operatorFailures = m_engine->operatorFailures();
+    counters.candidateCuts = m_engine->candidateCuts();
     visitModels([&counters](const CSScenario& /*model*/) { ++counters.models; });
     return counters;
 }

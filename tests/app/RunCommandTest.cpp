@@ -206,6 +206,24 @@ TEST(RunCommand, PrintsFiguresOfTheRun)
     EXPECT_THAT(outcome.talk, HasSubstr("peak memory          "));
 }
 
+// A person is one try, the zone another.
+TEST(RunCommand, LimitsTheCandidatesOfAModelInAFrame)
+{
+    const Outcome cut = runProgram(kRun + "--max-candidates 1 --stats");
+    EXPECT_EQ(cut.status, 0);
+    EXPECT_EQ(cut.out, "");
+    EXPECT_THAT(
+        cut.talk,
+        StartsWith("Model InZone has too many candidates in frame 1 (2): those after 1 tries are "
+                   "left out\nframes "));
+    EXPECT_THAT(cut.talk, HasSubstr("models cut short     9\n"));
+    for (const char* const enough : {"2000", "0"}) {
+        const Outcome outcome = runProgram(joined(kRun, "--max-candidates ", enough));
+        EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent) << enough;
+        EXPECT_EQ(outcome.talk, "") << enough;
+    }
+}
+
 TEST(RunCommand, PrintsThePlanWithoutTracks)
 {
     const Outcome outcome = runProgram("run --print-plan --params " + kFiles + "params.yaml");

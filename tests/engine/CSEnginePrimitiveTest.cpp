@@ -196,7 +196,7 @@ TEST_F(CSEnginePrimitive, TakesAnOperatorThatThrowsForFalseAndReportsItOnce)
     });
     publishOperators();
     Lines reports;
-    m_engine.setOperatorFailureReport(
+    m_engine.setFailureReport(
         [&reports](const std::string& message) { reports.push_back(message); });
     readModels(
         "PrimitiveState(A, PhysicalObjects((p : Person)) Constraints((failing(p->P))))\n", "A");

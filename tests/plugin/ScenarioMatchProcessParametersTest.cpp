@@ -71,7 +71,8 @@ constexpr const char* kDefaults = "debug=false\n"
                                   "ConfidencePrimitiveState=0.1\n"
                                   "ConfidencePrimitiveEvent=0.7\n"
                                   "ConfidenceCompositeState=0.7\n"
-                                  "ConfidenceCompositeEvent=0.7\n";
+                                  "ConfidenceCompositeEvent=0.7\n"
+                                  "MaximumCandidates=0\n";
 
 } // namespace
 
@@ -151,7 +152,7 @@ TEST_F(ScenarioMatchProcessParameters, AreTheSameUnderADecimalComma)
     EXPECT_EQ(value("PersonSittingMaxHeight"), "1.25");
     EXPECT_EQ(m_process->getParamConstTimeSearch(), 13);
     m_process->setParamXML3FileName("");
-    std::setlocale(LC_ALL, before.c_str());
+    EXPECT_NE(std::setlocale(LC_ALL, before.c_str()), nullptr);
 }
 
 TEST_F(ScenarioMatchProcessParameters, AreToldOneByOneWhenMissing)
@@ -304,6 +305,7 @@ TEST_F(ScenarioMatchProcessParameters, RefuseTextThatIsNoValue)
     EXPECT_FALSE(m_process->setParameter("BayesianRatio", "1,5"));
     EXPECT_FALSE(m_process->setParameter("BayesianRatio", "nan"));
     EXPECT_FALSE(m_process->setParameter("BayesianRatio", "1e999"));
+    EXPECT_FALSE(m_process->setParameter("MaximumCandidates", "-1"));
     EXPECT_FALSE(m_process->setParameter("HistorySize", "3"));
     EXPECT_FALSE(m_process->parameter("HistorySize").has_value());
     EXPECT_EQ(all(), kDefaults);
