@@ -90,6 +90,9 @@ CompositePlan::CompositePlan(const CSScenario& model, OperatorPromises& promises
         nullptr};
     for (const auto& constraint : model.m_constraints) {
         assignSlots(*constraint, m_variables);
+        for (const std::int32_t slot : slotsOf(*constraint)) {
+            m_readSlots.insert(static_cast<std::size_t>(slot));
+        }
         auto& expression = m_expressions.emplace_back();
         if (promises.isPure(*constraint)) {
             expression.emplace(*constraint, promises, numbering);
@@ -99,19 +102,11 @@ CompositePlan::CompositePlan(const CSScenario& model, OperatorPromises& promises
     m_interval = numbering.attribute("Interval");
 }
 
-// Variables that no slot stands for are read by no constraint.
 void CompositePlan::bind(const CSScenarioInstance& instance)
 {
-    std::fill(m_agents.begin(), m_agents.end(), nullptr);
-    auto variable = m_variables.begin();
-    for (const auto& [name, agent] : instance.m_bindings) {
-        while (variable != m_variables.end() && !isSameName(*variable, name) && *variable < name) {
-            ++variable;
-        }
-        if (variable != m_variables.end() && isSameName(*variable, name)) {
-            m_agents[static_cast<std::size_t>(variable - m_variables.begin())] = &agent;
-            ++variable;
-        }
+    for (const std::size_t slot : m_readSlots) {
+        const auto bound = instance.m_bindings.find(m_variables[slot]);
+        m_agents[slot] = bound == instance.m_bindings.end() ? nullptr : &bound->second;
     }
 }
 

@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,12 +47,15 @@ private:
 
     const CSScenario& m_model;
     std::vector<std::string> m_variables;
+    // Of the variables that constraints read.
+    std::set<std::size_t> m_readSlots;
     // By constraint; nothing for one that is evaluated with value objects.
     std::vector<std::optional<Expression>> m_expressions;
     // The names of the attributes that expressions read, by number.
     std::vector<std::string> m_attributes;
     std::int32_t m_interval = -1;
-    // Of the instance at hand: the agents by slot, null where the variable is not bound.
+    // Of the instance at hand: the agents by slot that is read, null where the variable is not
+    // bound.
     std::vector<const std::shared_ptr<CSAgent>*> m_agents;
     std::vector<std::shared_ptr<CSBasicType>> m_kept;
 };

@@ -46,6 +46,7 @@ void Seeding::bind(const std::string& variable, std::size_t source)
     }
 }
 
+// What is seeded again binds mostly whom it did in the frame before.
 std::shared_ptr<CSScenarioInstance> Seeding::seed(
     Agents agents,
     const std::shared_ptr<CSAgent>& component,
@@ -57,17 +58,24 @@ std::shared_ptr<CSScenarioInstance> Seeding::seed(
     seed->m_end = now;
     auto binding = m_bindings.begin();
     for (auto& [variable, agent] : seed->m_bindings) {
-        const std::size_t source = binding->source;
-        if (source == kComponent) {
-            agent = component;
-        } else if (source == kNobody || agents[source] == nullptr) {
-            agent = nullptr;
-        } else {
-            agent = *agents[source];
+        const std::shared_ptr<CSAgent>& bound = sourceOf(*binding, agents, component);
+        if (agent != bound) {
+            agent = bound;
         }
         ++binding;
     }
     return seed;
+}
+
+const std::shared_ptr<CSAgent>&
+Seeding::sourceOf(const Binding& binding, Agents agents, const std::shared_ptr<CSAgent>& component)
+{
+    static const std::shared_ptr<CSAgent> nobody;
+    if (binding.source == kComponent) {
+        return component;
+    }
+    const auto* const agent = binding.source == kNobody ? nullptr : agents[binding.source];
+    return agent == nullptr ? nobody : *agent;
 }
 
 std::shared_ptr<CSScenarioInstance> Seeding::fresh(std::uint64_t frame)

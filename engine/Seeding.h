@@ -51,6 +51,8 @@ private:
     };
 
     void bind(const std::string& variable, std::size_t source);
+    static const std::shared_ptr<CSAgent>&
+    sourceOf(const Binding& binding, Agents agents, const std::shared_ptr<CSAgent>& component);
     std::shared_ptr<CSScenarioInstance> fresh(std::uint64_t frame);
     std::shared_ptr<CSScenarioInstance> unbound() const;
 
