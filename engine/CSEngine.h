@@ -72,18 +72,29 @@ public:
     // with a model is reported on standard error. Throws std::out_of_range where text is cut at a
     // position that does not exist.
     void read(const std::string& fileName);
+    // Reads a settings file: the constants files, used models and interested objects that it names.
     void readEngine(const std::string& fileName);
+    // Reads constants from a file of them.
     void readEnvVars(const std::string& fileName);
+    // Keeps the models that are used; a name without a model is reported on standard error.
     void chooseScenarioModels();
+    // Drops models with an operator that is not loaded, and reports them.
     void checkScenarioModelsConstraints();
+    // Takes the mark of use from models with a component that is no model, and reports them.
     void checkScenarioModels();
     // Replaces calls of declared agent operators in all models.
     void rewriteAgentOperator();
+    // Stores a threshold for a kind of model; models take theirs from their constants.
     void setThresholdByEventType(const std::string& type, double value);
+    // Gives an alarm level that models may name its rank.
     void setLevelAlarm(const std::string& name, int level);
+    // How many earlier values of an attribute, and times of frames, are kept.
     void setHistorySize(int size);
+    // How long an instance is remembered after its end.
     void setConstTimeSearch(double seconds);
+    // Every type with all that derive from it, itself first.
     void setAllObjectTypes(std::map<std::string, std::vector<std::string>> types);
+    // Reads an object-type file into the tables of CSAgent.
     void readAllObjects(const std::string& fileName);
 
     // Operators (CSEngineOperators.cpp)
@@ -125,12 +136,19 @@ public:
     void getAllAgent(const std::string& type, std::vector<int>& ids) const;
     // Makes sure that the pseudo-agent of a recognised instance exists.
     int getComponent(int id);
+    // Marks the constant agents that the settings call interesting; reports names without an agent.
     void chooseConstantObjects();
+    // Begins a frame without entering its time into the history of times.
     void setCurrentTime(std::shared_ptr<CSTimeStamp> time);
+    // Begins a frame.
     void setCurrentTime(std::shared_ptr<CSTimeStamp> time, int frame);
+    // Drops the oldest time of a frame where there are too many.
     void cleanHistory();
+    // Removes the mobile agents that are not in the current frame and take part in no instance.
     void removeAgents();
+    // Removes all constant agents.
     void removeConstAgents();
+    // Writes the identifiers of all agents to standard output.
     void printAgents() const;
 
     const std::map<int, std::shared_ptr<CSAgent>>& agents() const { return m_agents; }
@@ -142,9 +160,13 @@ public:
 
     // Recognition (CSEnginePrimitive.cpp, CSEngineComposite.cpp, CSEngineInference.cpp)
 
+    // Recognises everything that happens in the current frame, level by level.
     void infer();
+    // The first level: adds candidates of the models above what it recognises to newInstances.
     void recognisePrimitiveState(InstancesByModel& newInstances);
+    // Completes the candidates that were seeded with what has been recognised.
     void createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded);
+    // A further level: verifies complete candidates, and adds those above what it recognises.
     void recogniseComplexEvent(const InstancesByModel& candidates, InstancesByModel& newInstances);
     // Extends an earlier recognition of the same model and participants or adds the instance.
     // Returns the id of the one that now stands for it and writes its start.
@@ -154,8 +176,11 @@ public:
     // Multiplies in the confidences of the components, divides by m_bayesianRatio, and compares
     // with the model's threshold. An instance with an unbound component is not confident.
     bool isConfident(const std::shared_ptr<CSScenarioInstance>& instance) const;
+    // Forgets instances that ended longer ago than they are remembered.
     void cleanRecognisedScenario();
+    // Writes the instances of a kind that end now to standard output; of every kind for "".
     void printRecognisedScenario(const std::string& type) const;
+    // Writes all instances to standard output.
     void printAllRecognisedScenario() const;
     // Brings the recognised instances into the order of compare_scenario_end, stably.
     void sortRecognisedScenarios();

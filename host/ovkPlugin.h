@@ -25,14 +25,18 @@ public:
     ovkPlugin& operator=(ovkPlugin&&) = delete;
     virtual ~ovkPlugin();
 
+    // For people, as are description and tags.
     virtual QString name() const = 0;
     virtual QString description() const = 0;
     virtual QStringList tags() const = 0;
     // The process types that initialize() registers.
     virtual QStringList types() const = 0;
+    // Registers the process types. False when the plug-in cannot be used.
     virtual bool initialize() = 0;
+    // The reverse of initialize(). False when the plug-in has to stay.
     virtual bool uninitialize() = 0;
 };
 
+// The interface's name in the metadata of plug-ins.
 #define OVK_PLUGIN_INTERFACE_ID "ovk.ovkPlugin/1.0"
 Q_DECLARE_INTERFACE(ovkPlugin, OVK_PLUGIN_INTERFACE_ID)

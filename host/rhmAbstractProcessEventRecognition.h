@@ -58,6 +58,7 @@ public:
 
     // Reads the parameter file and all that it names. False when the process cannot be used.
     virtual bool init() = 0;
+    // Recognises what happens in the current frame. False when it could not.
     virtual bool performEventRecognition() = 0;
 
     // Events that ended in the current frame.

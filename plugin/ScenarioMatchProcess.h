@@ -283,4 +283,5 @@ private:
     mutable std::vector<scenariomatch::RecognisedPart> m_parts;
 };
 
+// What the plug-in registers with the factory.
 std::unique_ptr<ovkAbstractProcess> createScenarioMatchProcess();

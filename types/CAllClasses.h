@@ -6,6 +6,10 @@
 #include <vector>
 
 // The object types of one description file, in file order.
+//
+// The three writers make accessor sources of them: typed C++ classes, which applications compile
+// with a layer of agents and values of their own. Equal types give equal files. Names are not
+// checked: those that are no C++ identifiers give files that do not compile.
 class CS_EXPORT CAllClasses
 {
 public:
@@ -22,17 +26,14 @@ public:
     // The same from the text of such a file.
     void readText(const std::string& text);
 
-    // Generate accessor sources: typed C++ classes for the object types, which applications compile
-    // with a layer of agents and values of their own. The folder must exist; files that are there
-    // are written over. Equal types give equal files. False when a file cannot be written. Names
-    // are not checked: those that are no C++ identifiers give files that do not compile.
-    //
-    // "CSObject.h", and every type's class as CClass::write does.
+    // Writes "CSObject.h", and every type's class as CClass::write does. The folder must exist;
+    // files that are there are written over. False when a file cannot be written.
     bool write(const std::string& directory) const;
-    // "CSAccessor.h" and "CSAccessor.cpp": functions that dispatch on the name of an object's type.
+    // Writes "CSAccessor.h" and "CSAccessor.cpp", functions that dispatch on the name of an
+    // object's type, in the same way.
     bool writeAccessor(const std::string& directory) const;
-    // "CSObjectConversion.h" and "CSObjectConversion.cpp": a skeleton for the application's code
-    // that turns its objects into agents.
+    // Writes "CSObjectConversion.h" and "CSObjectConversion.cpp", a skeleton for the application's
+    // code that turns its objects into agents, in the same way.
     bool writeConversionClass(const std::string& directory) const;
 
     std::vector<CClass> m_classes;
