@@ -51,7 +51,8 @@ OperatorModules loadOperatorModules(const std::string& path);
 // What recognition will find in a folder, as far as can be told without running code of it.
 struct OperatorFolder
 {
-    // Whether a file is a plug-in that may be loaded.
+    // Whether a file is a plug-in that may be loaded; without a tag it may be one for another
+    // purpose.
     bool hasPlugin = false;
     // By file.
     std::vector<SkippedModule> skipped;

@@ -42,9 +42,10 @@ set(SCENARIOMATCH_PUBLIC_HEADERS
     plugin/ScenarioMatchProcess.h
     plugin/ScenarioMatchProcessPlugin.h
     plugin/StreamText.h)
+set(SCENARIOMATCH_INCLUDE_FOLDER "${CMAKE_INSTALL_INCLUDEDIR}/scenariomatch")
 foreach(header IN LISTS SCENARIOMATCH_PUBLIC_HEADERS)
     get_filename_component(folder "${header}" DIRECTORY)
-    install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/scenariomatch/${folder}" COMPONENT development)
+    install(FILES "${header}" DESTINATION "${SCENARIOMATCH_INCLUDE_FOLDER}/${folder}" COMPONENT development)
 endforeach()
 
 # The CMake package: one file of targets per component.
@@ -53,7 +54,6 @@ foreach(component IN ITEMS engine host)
     install(EXPORT ScenarioMatch-${component}
         NAMESPACE ScenarioMatch:: DESTINATION "${cmake_folder}" COMPONENT development)
 endforeach()
-set(SCENARIOMATCH_PLUGIN_FOLDER "${CMAKE_INSTALL_LIBDIR}/${SCENARIOMATCH_PLUGIN_SUBDIR}")
 set(SCENARIOMATCH_DATA_FOLDER "${CMAKE_INSTALL_DATADIR}/scenariomatch")
 configure_package_config_file(
     cmake/ScenarioMatchConfig.cmake.in "${PROJECT_BINARY_DIR}/ScenarioMatchConfig.cmake"
@@ -84,7 +84,7 @@ endforeach()
 
 # Documents and examples, in the tree's own order, so that their links hold.
 set(documents "${CMAKE_INSTALL_DATADIR}/doc/scenariomatch")
-install(FILES README.md DESTINATION "${documents}" COMPONENT documentation)
+install(FILES README.md CONTRIBUTING.md LICENSE DESTINATION "${documents}" COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION "${documents}" COMPONENT documentation)
 install(DIRECTORY tests/consumers/host tests/consumers/engine
     DESTINATION "${documents}/examples/embedding" COMPONENT documentation)

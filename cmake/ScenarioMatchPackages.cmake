@@ -75,7 +75,8 @@ if(SCENARIOMATCH_DEBIAN)
     # Which package others depend on that link our libraries; plug-ins have no such names.
     set(control_folder "${PROJECT_BINARY_DIR}/control")
     foreach(library IN ITEMS engine host)
-        string(APPEND shlibs "libscenariomatch_${library} ${PROJECT_VERSION_MAJOR} scenariomatch (>= ${PROJECT_VERSION})\n")
+        string(APPEND shlibs
+            "libscenariomatch_${library} ${PROJECT_VERSION_MAJOR} scenariomatch (>= ${PROJECT_VERSION})\n")
     endforeach()
     file(WRITE "${control_folder}/shlibs" "${shlibs}")
     file(WRITE "${control_folder}/triggers" "activate-noawait ldconfig\n")

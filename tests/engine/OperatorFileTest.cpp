@@ -85,6 +85,24 @@ TEST_F(OperatorFileTest, DoesNotRunAnOperatorWithAnotherTag)
     EXPECT_EQ(trace(), "");
 }
 
+TEST_F(OperatorFileTest, DoesNotRunAnOperatorOfAnotherFamilyOfCompilers)
+{
+    const std::string here = CS_OPERATOR_ABI;
+    EXPECT_EQ(
+        load(pluginFile("other_compiler")),
+        "it is built for other" + here.substr(here.find('-')) + ", this program for " + here);
+    EXPECT_EQ(trace(), "");
+}
+
+TEST_F(OperatorFileTest, DoesNotRunAnOperatorOfAnotherMajorVersion)
+{
+    const std::string here = CS_OPERATOR_ABI;
+    EXPECT_EQ(
+        load(pluginFile("other_major_version")),
+        "it is built for " + here.substr(0, here.rfind('-')) + "-999, this program for " + here);
+    EXPECT_EQ(trace(), "");
+}
+
 TEST_F(OperatorFileTest, DoesNotRunAnOperatorWithATagThatCannotBeRead)
 {
     EXPECT_EQ(
