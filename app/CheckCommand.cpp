@@ -2,6 +2,7 @@
 
 #include "app/CheckInput.h"
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/InstalledFiles.h"
 #include "app/OptionChecks.h"
 #include "lint/Checks.h"
@@ -88,7 +89,7 @@ CLI::App* addCheckCommand(CLI::App& program, CheckOptions& options)
             "--common",
             options.common,
             "Folder of the files that the parameter file names, instead of its own")
-        ->type_name("DIR");
+        ->type_name("FOLDER");
     command
         ->add_option(
             "--context",
@@ -102,9 +103,16 @@ CLI::App* addCheckCommand(CLI::App& program, CheckOptions& options)
             throw CLI::ValidationError("either --params or MODELFILE is needed");
         }
     });
-    command->footer("Examples:\n"
-                    "  scenariomatch check --params examples/lobby/lobby.yaml\n"
-                    "  scenariomatch check examples/gate/crossings.txt --format json");
+    command->footer(footerText(
+        {.description =
+             "Reads a parameter file with all that it names, or model files by themselves, and "
+             "tells what recognition would pass over in silence or take for something "
+             "else: each mistake with its place, its source line and, where there is "
+             "one, what was probably meant. The name in brackets behind a message is "
+             "that of its kind; docs/diagnostics.md explains them all.",
+         .examples = {
+             "scenariomatch check --params examples/lobby/lobby.yaml",
+             "scenariomatch check examples/gate/crossings.txt --format json"}}));
     return command;
 }
 

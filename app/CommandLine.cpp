@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 
 #include <fmt/format.h>
 #include <string>
@@ -49,9 +50,14 @@ CommandLine::CommandLine()
     program.require_subcommand(1);
     program.failure_message(usageText);
     program.footer(
-        exitStatusText() + "\nExamples:\n"
-                           "  scenariomatch run --help\n"
-                           "  scenariomatch operators");
+        exitStatusText() + "\n" +
+        footerText(
+            {.description = "Takes the output of a tracker and models of a few lines (a bag lies "
+                            "still and its "
+                            "owner has gone), and gives events with participants, begin, end, "
+                            "confidence and alarm level. Every command has help of its own.",
+             .environment = {kPluginPathVariable, kTemporaryFolderVariable},
+             .examples = {"scenariomatch run --help", "scenariomatch operators"}}));
 }
 
 } // namespace scenariomatch

@@ -3,6 +3,7 @@
 #include "app/AccessorCheck.h"
 #include "app/DiagnosticWriter.h"
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/NewFiles.h"
 #include "app/OptionChecks.h"
 #include "app/RunFiles.h"
@@ -113,11 +114,16 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
         "Only the types' classes (types), the functions over them (accessor) or the skeleton that "
         "converts objects (conversion)");
     command->add_flag("--force", options.isForced, "Replace files that are there");
-    command->footer(
-        "Examples:\n"
-        "  scenariomatch generate --objects examples/accessors/objects.txt --output accessors\n"
-        "  scenariomatch generate --objects examples/lobby/objects.txt --output lobby --only "
-        "types");
+    command->footer(footerText(
+        {.description =
+             "Writes C++ classes for the object types of a description, functions that reach any "
+             "attribute of any object by its name, and the skeleton of a class that "
+             "turns an application's objects into them. All files are written or none, "
+             "and each is named on standard output.",
+         .examples = {
+             "scenariomatch generate --objects examples/accessors/objects.txt --output accessors",
+             "scenariomatch generate --objects examples/lobby/objects.txt --output lobby --only "
+             "types"}}));
     return command;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/CppNames.h"
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/NewFiles.h"
 #include "app/OptionChecks.h"
 #include "types/TextFile.h"
@@ -113,17 +114,27 @@ CLI::App* addNewCommand(CLI::App& program, NewOperatorOptions& options)
 {
     CLI::App* const command = program.add_subcommand("new", "Write a project to begin with");
     command->require_subcommand(1);
-    const std::string examples = "Examples:\n"
-                                 "  scenariomatch new operator LeftOf\n"
-                                 "  scenariomatch new operator Faster --output my-operators/faster";
-    command->footer(examples);
+    const std::vector<std::string> examples{
+        "scenariomatch new operator LeftOf",
+        "scenariomatch new operator Faster --output my-operators/faster"};
+    command->footer(footerText(
+        {.description =
+             "Writes a small project of one kind into a folder of its own, ready to be built.",
+         .examples = examples}));
     CLI::App* const made =
         command->add_subcommand("operator", "Write an operator with its test, ready to build");
-    made->add_option("NAME", options.name, "Name of the operator and its file")->required();
+    made->add_option("NAME", options.name, "Name of the operator and its file")
+        ->type_name("")
+        ->required();
     made->add_option("--output", options.output, "Folder to write into; default: NAME")
         ->type_name("FOLDER")
         ->check(notEmpty());
-    made->footer(examples);
+    made->footer(footerText(
+        {.description =
+             "Writes the operator plug-in, a test of it and a build file that finds the installed "
+             "package, and prints the commands that build and try them. "
+             "docs/writing-operators.md goes on from there. Nothing is written over.",
+         .examples = examples}));
     return made;
 }
 

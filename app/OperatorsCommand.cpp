@@ -1,6 +1,7 @@
 #include "app/OperatorsCommand.h"
 
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/InstalledFiles.h"
 #include "app/OptionChecks.h"
 #include "engine/OperatorFile.h"
@@ -223,9 +224,12 @@ CLI::App* addOperatorsCommand(CLI::App& program, OperatorsOptions& options)
     const Choices<OperatorsFormat> formats{
         {"text", OperatorsFormat::Text}, {"json", OperatorsFormat::Json}};
     addChoice(*command, "--format", options.format, formats, "Format of the list (default: text)");
-    command->footer("Examples:\n"
-                    "  scenariomatch operators\n"
-                    "  scenariomatch operators --format json");
+    command->footer(footerText(
+        {.description =
+             "Loads every operator of a folder and prints what it says of itself: its arguments, "
+             "its result, whether it is pure and whether it is temporal. Each file that "
+             "recognition would skip is named on standard error with the reason.",
+         .examples = {"scenariomatch operators", "scenariomatch operators --format json"}}));
     return command;
 }
 

@@ -1,5 +1,6 @@
 #include "app/RunOptions.h"
 
+#include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 
 #include <limits>
@@ -36,6 +37,7 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
         "Format of the tracks; auto (default) tells it by the content");
     command
         .add_option("--fps", options.framesPerSecond, "Frames per second of tracks without a clock")
+        ->type_name("RATE")
         ->check(numberBetween(kLeastRate, kMostRate, "a number from 0.000001 to 1000000"));
     command
         .add_option(
@@ -46,6 +48,7 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
     command
         .add_option(
             "--scale", options.scale, "Multiplies positions and sizes; 0.01 makes metres of cm")
+        ->type_name("FACTOR")
         ->check(numberBetween(
             std::numeric_limits<double>::denorm_min(),
             std::numeric_limits<double>::max(),
@@ -136,10 +139,18 @@ CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
             throw CLI::RequiredError("--tracks");
         }
     });
-    command->footer("Examples:\n"
-                    "  scenariomatch synth examples/lobby/scenes/bag.yaml --output bag.jsonl\n"
-                    "  scenariomatch run --params examples/lobby/lobby.yaml --tracks bag.jsonl "
-                    "--events-format text");
+    command->footer(footerText(
+        {.description =
+             "Hands the tracks of a recording, frame by frame, to the recognition plug-in, "
+             "and writes an event when it is over. A parameter file names the models, "
+             "the types of objects, the context and the rest; operators and their "
+             "descriptions are the installed ones where it names none. Data goes to "
+             "standard output, everything else to standard error.",
+         .environment = {kPluginPathVariable, kTemporaryFolderVariable},
+         .examples = {
+             "scenariomatch synth examples/lobby/scenes/bag.yaml --output bag.jsonl",
+             "scenariomatch run --params examples/lobby/lobby.yaml --tracks bag.jsonl "
+             "--events-format text"}}));
     return command;
 }
 

@@ -1,6 +1,7 @@
 #include "app/ScoreCommand.h"
 
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 #include "app/Score.h"
 #include "app/ScoreReport.h"
@@ -141,25 +142,30 @@ CLI::App* addScoreCommand(CLI::App& program, ScoreOptions& options)
             "--overlap",
             options.overlap,
             "Least intersection over union of label and event (default: 0.3)")
-        ->type_name("N")
+        ->type_name("SHARE")
         ->check(numberBetween(0, 1, "0 to 1"));
     command
         ->add_option(
             "--start-within",
             options.startWithin,
             "Seconds between the begins for which any overlap will do (default: 1)")
-        ->type_name("N")
+        ->type_name("SECONDS")
         ->check(numberBetween(0, 1e6, "0 to 1000000"));
     command->add_option("--fps", options.framesPerSecond, "Frames per second, for labels in frames")
-        ->type_name("N")
+        ->type_name("RATE")
         ->check(numberBetween(0.000001, 1e6, "0.000001 to 1000000"));
     const Choices<ScoreFormat> formats{{"text", ScoreFormat::Text}, {"json", ScoreFormat::Json}};
     addChoice(
         *command, "--format", options.format, formats, "Format of the figures (default: text)");
     command->add_flag("--list", options.isList, "Name every hit, miss and false alarm");
-    command->footer("Examples:\n"
-                    "  scenariomatch score --truth truth.csv --events hall.jsonl\n"
-                    "  scenariomatch score --truth truth.csv --events hall.jsonl --format json");
+    command->footer(footerText(
+        {.description =
+             "Pairs labels, what really happened, with the events of one or several runs, and "
+             "counts hits, misses and false alarms for each model. From these it has "
+             "precision, recall, F1 and the median delay.",
+         .examples = {
+             "scenariomatch score --truth truth.csv --events hall.jsonl",
+             "scenariomatch score --truth truth.csv --events hall.jsonl --format json"}}));
     return command;
 }
 

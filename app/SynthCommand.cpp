@@ -1,6 +1,7 @@
 #include "app/SynthCommand.h"
 
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 #include "app/RunFiles.h"
 #include "app/SceneReader.h"
@@ -64,9 +65,14 @@ CLI::App* addSynthCommand(CLI::App& program, SynthOptions& options)
         {"trajectory", TrackFormat::Trajectory}};
     addChoice(
         *command, "--format", options.format, formats, "Format of the tracks (default: jsonl)");
-    command->footer("Examples:\n"
-                    "  scenariomatch synth examples/crowd/crowd20.yaml --output crowd20.jsonl\n"
-                    "  scenariomatch synth examples/crowd/crowd20.yaml --format trajectory");
+    command->footer(footerText(
+        {.description =
+             "Plays a scene, objects that follow way points and crowds that wander, and writes "
+             "what a tracker would have seen of it. The same scene always gives the "
+             "same tracks.",
+         .examples = {
+             "scenariomatch synth examples/crowd/crowd20.yaml --output crowd20.jsonl",
+             "scenariomatch synth examples/crowd/crowd20.yaml --format trajectory"}}));
     return command;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/ConstraintCoverage.h"
 #include "app/ExitStatus.h"
+#include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 #include "app/RuleRun.h"
 #include "app/RuleTest.h"
@@ -209,9 +210,14 @@ CLI::App* addTestCommand(CLI::App& program, TestOptions& options)
         "--require-coverage",
         options.needsCoverage,
         "As --coverage; fail where a constraint was not both");
-    command->footer("Examples:\n"
-                    "  scenariomatch test examples/gate/tests/door.yaml\n"
-                    "  scenariomatch test examples/gate/tests/door.yaml --coverage --format tap");
+    command->footer(footerText(
+        {.description =
+             "Runs models on small scenes or tracks, and compares the events found with those that "
+             "a file of tests expects. What differs is shown, and the exit status is 1.",
+         .environment = {kPluginPathVariable, kTemporaryFolderVariable},
+         .examples = {
+             "scenariomatch test examples/gate/tests/door.yaml",
+             "scenariomatch test examples/gate/tests/door.yaml --coverage --format tap"}}));
     return command;
 }
 

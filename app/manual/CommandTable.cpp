@@ -1,7 +1,8 @@
 #include "app/manual/CommandTable.h"
 
+#include "app/HelpFooter.h"
+
 #include <fmt/format.h>
-#include <sstream>
 
 namespace scenariomatch
 {
@@ -33,6 +34,7 @@ OptionEntry describeOption(const CLI::Option& option)
         entry.value = type;
     } else {
         entry.value = option.get_name(true);
+        entry.kind = type.empty() ? ValueKind::Text : entry.kind;
     }
     if (entry.kind == ValueKind::Choice) {
         entry.choices = CLI::detail::split(type, '|');
@@ -44,20 +46,11 @@ OptionEntry describeOption(const CLI::Option& option)
     return entry;
 }
 
-// The indented lines below "Examples:".
-std::vector<std::string> examplesOf(const std::string& footer)
+// What a line "NAME  meaning" says.
+VariableEntry describeVariable(const std::string& line)
 {
-    std::vector<std::string> examples;
-    std::istringstream lines(footer);
-    bool isBelow = false;
-    for (std::string line; std::getline(lines, line);) {
-        if (!line.starts_with("  ")) {
-            isBelow = line == "Examples:";
-        } else if (isBelow) {
-            examples.push_back(line.substr(2));
-        }
-    }
-    return examples;
+    const std::size_t end = line.find("  ");
+    return {line.substr(0, end), line.substr(end + 2)};
 }
 
 CommandEntry describeCommand(const CLI::App& command, std::vector<std::string> words)
@@ -73,7 +66,12 @@ CommandEntry describeCommand(const CLI::App& command, std::vector<std::string> w
     for (const CLI::App* const inner : command.get_subcommands({})) {
         entry.commands.push_back(describeCommand(*inner, words));
     }
-    entry.examples = examplesOf(command.get_footer());
+    const std::string footer = command.get_footer();
+    entry.description = fmt::format("{}", fmt::join(linesBelow(footer, "Description"), " "));
+    for (const std::string& line : linesBelow(footer, "Environment")) {
+        entry.environment.push_back(describeVariable(line));
+    }
+    entry.examples = linesBelow(footer, "Examples");
     return entry;
 }
 

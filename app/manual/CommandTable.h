@@ -38,15 +38,25 @@ struct OptionEntry
     bool isRepeated = false;
 };
 
+// An environment variable that a command heeds.
+struct VariableEntry
+{
+    std::string name;
+    std::string meaning;
+};
+
 // A command of a program, or the program itself, with everything that its help says.
 struct CommandEntry
 {
     // What is typed: "scenariomatch", "new", "operator".
     std::vector<std::string> words;
     std::string summary;
+    // Sentences; empty where help has none.
+    std::string description;
     std::vector<OptionEntry> arguments;
     std::vector<OptionEntry> options;
     std::vector<CommandEntry> commands;
+    std::vector<VariableEntry> environment;
     // Command lines.
     std::vector<std::string> examples;
 

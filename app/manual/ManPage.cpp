@@ -115,6 +115,21 @@ std::string commands(const CommandEntry& command)
     return text;
 }
 
+std::string description(const CommandEntry& command)
+{
+    return command.description.empty() ? ""
+                                       : section("DESCRIPTION") + roffText(command.description);
+}
+
+std::string environment(const CommandEntry& command)
+{
+    std::string text = command.environment.empty() ? "" : section("ENVIRONMENT");
+    for (const VariableEntry& variable : command.environment) {
+        text += ".TP\n" + bold(variable.name) + "\n" + roffText(variable.meaning);
+    }
+    return text;
+}
+
 std::string exitStatus()
 {
     std::string text = section("EXIT STATUS");
@@ -190,9 +205,11 @@ std::string manPage(const CommandEntry& command, const Edition& edition)
         edition.version);
     text += section("NAME") + escaped(command.path("-")) + " \\- " + roffLine(command.summary);
     text += section("SYNOPSIS") + synopsis(command);
+    text += description(command);
     text += commands(command);
     text += options("ARGUMENTS", command.arguments);
     text += options("OPTIONS", command.options);
+    text += environment(command);
     text += exitStatus();
     text += examples(command);
     text += seeAlso(command);

@@ -16,30 +16,38 @@ namespace
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using CommandTable = ManualExample;
 
-TEST(CommandTable, NamesTheWordsOfEachCommand)
+TEST_F(CommandTable, NamesTheWordsOfEachCommand)
 {
-    const ManualExample example;
     std::vector<std::string> paths;
-    for (const CommandEntry* const command : allCommands(example.program)) {
+    for (const CommandEntry* const command : allCommands(m_program)) {
         paths.push_back(command->path(" "));
     }
     EXPECT_THAT(paths, ElementsAre("tool", "tool cut", "tool cut twice", "tool glue"));
-    EXPECT_EQ(example.program.summary, "Works");
+    EXPECT_EQ(m_program.summary, "Works");
 }
 
-TEST(CommandTable, TakesTheExamplesFromTheEndOfHelp)
+TEST_F(CommandTable, TakesTheExamplesFromTheEndOfHelp)
 {
-    const ManualExample example;
-    EXPECT_THAT(example.program.examples, IsEmpty());
-    EXPECT_THAT(example.glue().examples, ElementsAre("tool glue '.x'", "tool glue \\"));
+    EXPECT_THAT(m_program.examples, IsEmpty());
+    EXPECT_THAT(glue().examples, ElementsAre("tool glue '.x'", "tool glue \\"));
 }
 
-TEST(CommandTable, TellsKindsOfValuesFromHelp)
+TEST_F(CommandTable, TakesDescriptionAndEnvironmentFromTheEndOfHelp)
 {
-    const ManualExample example;
+    EXPECT_EQ(m_program.description, "");
+    EXPECT_EQ(glue().description, "Puts two parts together.");
+    EXPECT_THAT(m_program.environment, IsEmpty());
+    ASSERT_EQ(glue().environment.size(), 1U);
+    EXPECT_EQ(glue().environment.front().name, "GLUE_POT");
+    EXPECT_EQ(glue().environment.front().meaning, "Where glue is");
+}
+
+TEST_F(CommandTable, TellsKindsOfValuesFromHelp)
+{
     std::vector<ValueKind> kinds;
-    for (const OptionEntry& option : example.glue().options) {
+    for (const OptionEntry& option : glue().options) {
         kinds.push_back(option.kind);
     }
     EXPECT_THAT(
@@ -53,10 +61,9 @@ TEST(CommandTable, TellsKindsOfValuesFromHelp)
             ValueKind::None));
 }
 
-TEST(CommandTable, HasAllThatHelpSaysOfAnOption)
+TEST_F(CommandTable, HasAllThatHelpSaysOfAnOption)
 {
-    const ManualExample example;
-    const std::vector<OptionEntry>& options = example.glue().options;
+    const std::vector<OptionEntry>& options = glue().options;
     EXPECT_THAT(options[0].names, ElementsAre("-h", "--help"));
     EXPECT_EQ(options[0].value, "");
     EXPECT_THAT(options[1].choices, ElementsAre("bone", "paste"));
@@ -69,14 +76,15 @@ TEST(CommandTable, HasAllThatHelpSaysOfAnOption)
     EXPECT_FALSE(options[3].isRepeated);
 }
 
-TEST(CommandTable, TellsArgumentsFromOptions)
+TEST_F(CommandTable, TellsArgumentsFromOptions)
 {
-    const ManualExample example;
-    ASSERT_EQ(example.glue().arguments.size(), 1U);
-    const OptionEntry& argument = example.glue().arguments.front();
+    ASSERT_EQ(glue().arguments.size(), 2U);
+    const OptionEntry& argument = glue().arguments.front();
     EXPECT_THAT(argument.names, IsEmpty());
     EXPECT_EQ(argument.value, "PART");
     EXPECT_EQ(argument.kind, ValueKind::File);
+    EXPECT_EQ(glue().arguments.back().value, "NAME");
+    EXPECT_EQ(glue().arguments.back().kind, ValueKind::Text);
 }
 
 } // namespace

@@ -16,10 +16,11 @@ namespace
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+using Completion = ManualExample;
 
-TEST(Completion, BashKnowsWhatFollowsCommandsAndOptions)
+TEST_F(Completion, BashKnowsWhatFollowsCommandsAndOptions)
 {
-    const std::string script = bashCompletion(ManualExample().program);
+    const std::string script = bashCompletion(m_program);
     EXPECT_THAT(script, HasSubstr("'tool cut' | 'tool cut twice' | 'tool glue') command+="));
     EXPECT_THAT(script, HasSubstr("'tool glue:--with') words='bone paste' ;;\n"));
     EXPECT_THAT(script, HasSubstr("'tool glue:--to') compopt -o default ;;\n"));
@@ -32,9 +33,9 @@ TEST(Completion, BashKnowsWhatFollowsCommandsAndOptions)
     EXPECT_THAT(script, HasSubstr("\ncomplete -F _tool tool\n"));
 }
 
-TEST(Completion, ZshSpecificationsAreQuoted)
+TEST_F(Completion, ZshSpecificationsAreQuoted)
 {
-    const std::string script = zshCompletion(ManualExample().program);
+    const std::string script = zshCompletion(m_program);
     EXPECT_THAT(script, StartsWith("#compdef tool\n"));
     EXPECT_THAT(
         script,
@@ -46,9 +47,9 @@ TEST(Completion, ZshSpecificationsAreQuoted)
     EXPECT_THAT(script, HasSubstr("twice\\:\"Cut \\\"twice\\\" for \\$5\""));
 }
 
-TEST(Completion, FishDescriptionsAreQuoted)
+TEST_F(Completion, FishDescriptionsAreQuoted)
 {
-    const std::string script = fishCompletion(ManualExample().program);
+    const std::string script = fishCompletion(m_program);
     EXPECT_THAT(
         script,
         HasSubstr("complete -c tool -n '__tool_at glue' -l with -x -a 'bone paste' "

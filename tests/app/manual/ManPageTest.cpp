@@ -16,20 +16,21 @@ namespace
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+using ManPage = ManualExample;
 
 std::string pageOf(const CommandEntry& command)
 {
     return manPage(command, {"1.2.3", "2026-11-21"});
 }
 
-TEST(ManPage, LinesAreNoRequestsAndCharactersStayWhatTheyAre)
+TEST_F(ManPage, LinesAreNoRequestsAndCharactersStayWhatTheyAre)
 {
     EXPECT_EQ(roffLine(".a"), "\\&.a\n");
     EXPECT_EQ(roffLine("'a"), "\\(aqa\n");
     EXPECT_EQ(roffLine("a-b \\ `^~"), "a\\-b \\e \\(ga\\(ha\\(ti\n");
 }
 
-TEST(ManPage, BreaksLongTextBetweenWords)
+TEST_F(ManPage, BreaksLongTextBetweenWords)
 {
     const std::string thirty(30, 'a');
     EXPECT_EQ(roffText(thirty + " " + thirty), thirty + "\n" + thirty + "\n");
@@ -39,30 +40,26 @@ TEST(ManPage, BreaksLongTextBetweenWords)
     EXPECT_EQ(roffText(thirty + thirty + " .a"), thirty + thirty + "\n\\&.a\n");
 }
 
-TEST(ManPage, NamesItselfItsEditionAndTheCommand)
+TEST_F(ManPage, NamesItselfItsEditionAndTheCommand)
 {
-    const ManualExample example;
     EXPECT_THAT(
-        pageOf(example.glue()),
+        pageOf(glue()),
         StartsWith(".TH TOOL\\-GLUE 1 2026-11-21 \"ScenarioMatch 1.2.3\" \"User Commands\"\n"
                    ".SH NAME\ntool\\-glue \\- Glue\n.SH SYNOPSIS\n"));
 }
 
-TEST(ManPage, ShowsHowTheCommandIsTyped)
+TEST_F(ManPage, ShowsHowTheCommandIsTyped)
 {
-    const ManualExample example;
     EXPECT_THAT(
-        pageOf(example.glue()),
+        pageOf(glue()),
         HasSubstr("\\fBtool glue\\fR \\fB\\-\\-in\\fR \\fIFOLDER\\fR [\\fIOPTIONS\\fR] "
-                  "[\\fIPART\\fR]\n"));
-    EXPECT_THAT(
-        pageOf(example.program), HasSubstr("\\fBtool\\fR [\\fIOPTIONS\\fR] \\fICOMMAND\\fR\n"));
+                  "[\\fIPART\\fR] [\\fINAME\\fR]\n"));
+    EXPECT_THAT(pageOf(m_program), HasSubstr("\\fBtool\\fR [\\fIOPTIONS\\fR] \\fICOMMAND\\fR\n"));
 }
 
-TEST(ManPage, DescribesOptionsAsHelpDoes)
+TEST_F(ManPage, DescribesOptionsAsHelpDoes)
 {
-    const ManualExample example;
-    const std::string page = pageOf(example.glue());
+    const std::string page = pageOf(glue());
     EXPECT_THAT(
         page,
         HasSubstr(".TP\n\\fB\\-\\-with\\fR \\fBbone\\fR|\\fBpaste\\fR\n"
@@ -73,23 +70,31 @@ TEST(ManPage, DescribesOptionsAsHelpDoes)
     EXPECT_THAT(page, HasSubstr(".SH ARGUMENTS\n.TP\n\\fIPART\\fR\nWhat\n"));
 }
 
-TEST(ManPage, PrintsExamplesAsTheyAre)
+TEST_F(ManPage, PrintsExamplesAsTheyAre)
 {
-    const ManualExample example;
     EXPECT_THAT(
-        pageOf(example.glue()),
+        pageOf(glue()),
         HasSubstr(".SH EXAMPLES\n.EX\ntool glue \\(aq.x\\(aq\ntool glue \\e\n.EE\n"));
-    EXPECT_THAT(pageOf(example.program), Not(HasSubstr("EXAMPLES")));
+    EXPECT_THAT(pageOf(m_program), Not(HasSubstr("EXAMPLES")));
 }
 
-TEST(ManPage, LeadsToThePagesAroundIt)
+TEST_F(ManPage, SaysWhatTheCommandDoesAndHeeds)
 {
-    const ManualExample example;
+    const std::string page = pageOf(glue());
+    EXPECT_THAT(page, HasSubstr("\n.SH DESCRIPTION\nPuts two parts together.\n.SH ARGUMENTS\n"));
     EXPECT_THAT(
-        pageOf(example.program),
-        HasSubstr(".SH SEE ALSO\n.BR tool\\-cut (1),\n.BR tool\\-glue (1)\n"));
+        page,
+        HasSubstr(".SH ENVIRONMENT\n.TP\n\\fBGLUE_POT\\fR\nWhere glue is\n.SH EXIT STATUS\n"));
+    EXPECT_THAT(pageOf(m_program), Not(HasSubstr("DESCRIPTION")));
+    EXPECT_THAT(pageOf(m_program), Not(HasSubstr("ENVIRONMENT")));
+}
+
+TEST_F(ManPage, LeadsToThePagesAroundIt)
+{
     EXPECT_THAT(
-        pageOf(example.program.commands.front()),
+        pageOf(m_program), HasSubstr(".SH SEE ALSO\n.BR tool\\-cut (1),\n.BR tool\\-glue (1)\n"));
+    EXPECT_THAT(
+        pageOf(m_program.commands.front()),
         HasSubstr(".SH SEE ALSO\n.BR tool (1),\n.BR tool\\-cut\\-twice (1)\n"));
 }
 

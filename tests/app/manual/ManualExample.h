@@ -3,6 +3,8 @@
 #include "app/manual/CommandTable.h"
 #include "app/OptionChecks.h"
 
+#include <gtest/gtest.h>
+
 #include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
@@ -11,9 +13,9 @@ namespace scenariomatch
 {
 
 // A small program whose help has whatever writers of pages and completions could stumble over.
-class ManualExample
+class ManualExample : public testing::Test
 {
-public:
+protected:
     ManualExample()
         : m_tool("Works", "tool")
     {
@@ -26,13 +28,16 @@ public:
         glue->add_option("--note", m_notes, "Notes")->type_name("A:B")->allow_extra_args(false);
         glue->add_flag("--dry", m_isDry, "Without glue");
         glue->add_option("PART", m_part, "What")->type_name("FILE");
-        glue->footer("Words:\n  not these\n\nExamples:\n  tool glue '.x'\n  tool glue \\");
-        program = describeProgram(m_tool);
+        glue->add_option("NAME", m_name, "Of the whole")->type_name("");
+        glue->footer("Description:\n  Puts two parts\n  together.\n\n"
+                     "Environment:\n  GLUE_POT  Where glue is\n\n"
+                     "Words:\n  not these\n\nExamples:\n  tool glue '.x'\n  tool glue \\");
+        m_program = describeProgram(m_tool);
     }
 
-    const CommandEntry& glue() const { return program.commands.back(); }
+    const CommandEntry& glue() const { return m_program.commands.back(); }
 
-    CommandEntry program;
+    CommandEntry m_program;
 
 private:
     CLI::App m_tool;
@@ -42,6 +47,7 @@ private:
     std::vector<std::string> m_notes;
     bool m_isDry = false;
     std::string m_part;
+    std::string m_name;
 };
 
 } // namespace scenariomatch
