@@ -63,6 +63,9 @@ void CSEngine::recognisePrimitives(Seeds& seeds)
     recognition.context->view.begin(recognition.awake.table(), *m_currentTime, m_objectTypes);
     recognition.context->shared.beginFrame();
     recognition.startCandidates(m_candidateLimit);
+    if (m_observer != nullptr) {
+        m_observer->frameStarted(recognition.context->view, *m_currentTime);
+    }
     for (auto& [name, primitives] : recognition.primitives) {
         for (auto& [plan, outcome] : primitives) {
             const std::uint64_t candidates = plan.enumerate([&, &plan = plan, &outcome = *outcome] {

@@ -1,6 +1,7 @@
 #include "engine/Recognition.h"
 
 #include "engine/Agents.h"
+#include "engine/RecognitionObserver.h"
 
 #include <ostream>
 #include <set>
@@ -46,7 +47,7 @@ void CSEngine::Seeds::add(const CSScenario& parent, std::shared_ptr<CSScenarioIn
 CSEngine::Recognition& CSEngine::preparedRecognition()
 {
     Recognition& recognition = *m_recognition;
-    const bool isObserved = m_observer != nullptr;
+    const bool isObserved = m_observer != nullptr && m_observer->needsAllCandidates();
     const bool isCurrent = recognition.plansAreCurrent && recognition.isObserved == isObserved;
     if (!isCurrent && m_allScenarios) {
         recognition.isObserved = isObserved;

@@ -5,6 +5,13 @@ namespace scenariomatch
 
 RecognitionObserver::~RecognitionObserver() = default;
 
+bool RecognitionObserver::needsAllCandidates() const
+{
+    return true;
+}
+
+void RecognitionObserver::frameStarted(FrameView& /*view*/, const CSTimeStamp& /*now*/) {}
+
 void RecognitionObserver::candidateTested(
     const CSScenario& /*model*/, const CConstraint::Bindings& /*bindings*/)
 {

@@ -8,6 +8,8 @@
 namespace scenariomatch
 {
 
+class FrameView;
+
 // Why a recognised instance could not complete a candidate.
 enum class CompletionRejection : std::uint8_t {
     // The instance already fills another component.
@@ -32,6 +34,13 @@ public:
     RecognitionObserver& operator=(RecognitionObserver&&) = delete;
     virtual ~RecognitionObserver();
 
+    // Whether every candidate of a primitive state is to be shown, at the cost of trying each in
+    // full. Without it those alone are shown of which the leading constraints hold, up to the first
+    // that is not pure, and recognition takes its usual ways. Always the same answer.
+    virtual bool needsAllCandidates() const;
+    // Recognition begins in a frame: the agents have their values, nothing has been tested yet. Who
+    // looks on may ask for more types and attributes.
+    virtual void frameStarted(FrameView& view, const CSTimeStamp& now);
     // A candidate with these bindings is about to be tested.
     virtual void candidateTested(const CSScenario& model, const CConstraint::Bindings& bindings);
     // The constraint at this position of the model's list was false for the candidate.

@@ -1,5 +1,6 @@
 #include "engine/RecognitionObserver.h"
 
+#include "engine/FrameView.h"
 #include "tests/engine/EngineFixture.h"
 
 namespace scenariomatch
@@ -187,6 +188,57 @@ TEST_F(EngineRecognitionObserver, DoesNothingUnlessOverridden)
     readModels(kLowAndHigh, "Low,High");
     runFrame(1, 1.0, {{7, "Person", 1.0}});
     EXPECT_EQ(alive(), Lines({"0 Low 1..1 p=7"}));
+}
+
+namespace
+{
+
+// Does without the candidates that recognition passes over.
+class BriefNotes : public Notes
+{
+public:
+    bool needsAllCandidates() const override { return false; }
+
+    void frameStarted(FrameView& view, const CSTimeStamp& now) override
+    {
+        m_frames.push_back(
+            std::to_string(now.m_frameID) + ": " + std::to_string(view.size()) + " agents, " +
+            std::to_string(view.ofType(view.typeNumber("Zone")).size()) + " zones");
+    }
+
+    Lines m_frames;
+};
+
+} // namespace
+
+TEST_F(EngineRecognitionObserver, IsSparedCandidatesThatItDoesNotNeed)
+{
+    BriefNotes notes;
+    m_engine.setObserver(&notes);
+    addOperator("over", [](const auto& arguments) {
+        const auto number = std::dynamic_pointer_cast<CSDouble>(arguments.at(0));
+        return std::make_shared<CSBool>(number && number->m_value > 2.0);
+    }).m_description.m_pure = true;
+    publishOperators();
+    readModels(
+        "PrimitiveState(Sure, PhysicalObjects((p : Person)) Constraints((over(p->P, 2))"
+        "(p->P above 3)))\n",
+        "Sure");
+    runFrame(1, 1.0, {{6, "Person", 1.0}, {7, "Person", 2.5}, {8, "Person", 4.0}});
+    EXPECT_EQ(
+        notes.take(),
+        Lines({"tested Sure p=7", "false 1 Sure p=7", "tested Sure p=8", "new 0 Sure"}));
+}
+
+TEST_F(EngineRecognitionObserver, IsShownEachFrameBeforeAnythingIsTested)
+{
+    BriefNotes notes;
+    m_engine.setObserver(&notes);
+    readModels(kLowAndHigh, "Low,High");
+    enterConstant({0, "Zone", 5.0});
+    runFrame(1, 1.0, {{7, "Person", 1.0}});
+    runFrame(2, 2.0, {});
+    EXPECT_EQ(notes.m_frames, Lines({"1: 2 agents, 1 zones", "2: 1 agents, 1 zones"}));
 }
 
 } // namespace scenariomatch
