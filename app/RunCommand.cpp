@@ -1,14 +1,13 @@
 #include "app/RunCommand.h"
 
 #include "app/ExitStatus.h"
-#include "app/FrameClock.h"
-#include "app/Homography.h"
 #include "app/Interrupt.h"
 #include "app/RecognitionSetup.h"
 #include "app/RecordView.h"
 #include "app/RunFiles.h"
 #include "app/RunParameters.h"
 #include "app/RunSession.h"
+#include "app/RunTracks.h"
 #include "app/StreamRedirection.h"
 #include "types/NumberText.h"
 
@@ -55,7 +54,6 @@ private:
     bool failAsSetup();
 
     bool prepareReader();
-    bool prepareGround(TrackReaderOptions& readerOptions);
     bool prepareParameters();
     bool checkOutputs();
     bool openOutputs();
@@ -170,44 +168,8 @@ bool Run::prepareReader()
     if (m_options.isPlan) {
         return true;
     }
-    TrackReaderOptions readerOptions;
-    readerOptions.format = m_options.format;
-    readerOptions.framesPerSecond = m_options.framesPerSecond;
-    readerOptions.defaultType = m_options.type;
-    if (!m_options.start.empty()) {
-        const std::optional<TrackClock> start = parseClock(m_options.start);
-        if (!start) {
-            return fail(
-                kExitUsage,
-                "--start needs a time such as 2026-05-04T10:00:00, not \"" + m_options.start +
-                    "\"");
-        }
-        readerOptions.start = *start;
-    }
-    if (!prepareGround(readerOptions)) {
-        return false;
-    }
-    TrackFailure failure;
-    m_reader = openTracks(m_options.tracks, readerOptions, m_problems, failure);
-    if (!m_reader) {
-        return fail(
-            failure.isUsage ? kExitUsage : kExitTracks, m_options.tracks + ": " + failure.reason);
-    }
-    return true;
-}
-
-bool Run::prepareGround(TrackReaderOptions& readerOptions)
-{
-    std::optional<GroundMapper::Matrix> homography;
-    if (!m_options.homography.empty()) {
-        std::string error;
-        homography = readHomography(m_options.homography, error);
-        if (!homography) {
-            return fail(kExitModel, error);
-        }
-    }
-    readerOptions.ground = GroundMapper(m_options.scale, homography);
-    return true;
+    m_reader = openRunTracks(m_options, m_problems, m_fault);
+    return m_reader != nullptr;
 }
 
 bool Run::openOutputs()
@@ -301,16 +263,10 @@ bool Run::recogniseFrames(RunSession& session)
 // What the tracks were like, once the events are written.
 bool Run::judgeReading()
 {
-    const std::optional<TrackFailure>& failure = m_reader->failure();
-    if (failure) {
-        return fail(
-            failure->isUsage ? kExitUsage : kExitTracks, m_options.tracks + ": " + failure->reason);
-    }
-    if (m_problems.isStopped()) {
-        return fail(kExitTracks, m_options.tracks + ": stopped at the first problem");
-    }
-    if (m_statistics.frames() == 0 && m_problems.total() > 0) {
-        return fail(kExitTracks, m_options.tracks + ": there is no frame that can be used");
+    const std::optional<RunFault> fault =
+        faultOfReading(m_options, *m_reader, m_problems, m_statistics.frames() > 0);
+    if (fault) {
+        return fail(fault->status, fault->reason);
     }
     if (isInterrupted()) {
         m_talk << "scenariomatch run: interrupted; the events so far are written\n";

@@ -15,7 +15,13 @@ namespace
 constexpr double kLeastRate = 1e-6;
 constexpr double kMostRate = 1e6;
 
-void addTrackOptions(CLI::App& command, RunOptions& options)
+} // namespace
+
+void addTrackOptions(
+    CLI::App& command,
+    RunOptions& options,
+    const std::string& need,
+    const std::string& formatOption)
 {
     const Choices<TrackFormat> formats{
         {"auto", TrackFormat::Auto},
@@ -25,13 +31,11 @@ void addTrackOptions(CLI::App& command, RunOptions& options)
         {"trajectory", TrackFormat::Trajectory}};
     command
         .add_option(
-            "--tracks",
-            options.tracks,
-            "Tracks, plain or gzip; - is standard input (REQUIRED, but for --print-plan)")
+            "--tracks", options.tracks, "Tracks, plain or gzip; - is standard input (" + need + ")")
         ->type_name("FILE");
     addChoice(
         command,
-        "--format",
+        formatOption,
         options.format,
         formats,
         "Format of the tracks; auto (default) tells it by the content");
@@ -89,6 +93,9 @@ void addParameterOptions(CLI::App& command, RunOptions& options)
         ->type_name("NUMBER");
 }
 
+namespace
+{
+
 void addOutputOptions(CLI::App& command, RunOptions& options)
 {
     const Choices<EventFormat> formats{
@@ -132,7 +139,7 @@ CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
 {
     CLI::App* const command = program.add_subcommand("run", "Recognise events in tracks");
     addParameterOptions(*command, options);
-    addTrackOptions(*command, options);
+    addTrackOptions(*command, options, "REQUIRED, but for --print-plan", "--format");
     addOutputOptions(*command, options);
     command->callback([&options] {
         if (options.tracks.empty() && !options.isPlan) {

@@ -43,6 +43,16 @@ struct RunOptions
     bool isPlan = false;
 };
 
+// Adds the options that say what is recognised in which tracks. Parsing fills the options, which
+// must outlive the command. Tracks are asked for in other words where they may be left out, and
+// their format is an option of this name.
+void addParameterOptions(CLI::App& command, RunOptions& options);
+void addTrackOptions(
+    CLI::App& command,
+    RunOptions& options,
+    const std::string& need,
+    const std::string& formatOption);
+
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.
 CLI::App* addRunCommand(CLI::App& program, RunOptions& options);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/EventCollector.h"
+#include "app/FrameFeed.h"
 #include "app/ProgressBar.h"
 #include "app/RunStatistics.h"
 #include "app/TrackReader.h"
@@ -26,14 +27,10 @@ public:
     void addFrame(const TrackFrame& frame);
 
 private:
-    void setActors(const TrackFrame& frame);
-
-    rhmAbstractProcessEventRecognition& m_process;
+    FrameFeed m_feed;
     const RecognitionView& m_view;
     EventCollector& m_collector;
     RunStatistics& m_statistics;
-    // Kept from frame to frame, so that actors are made once.
-    rhmAbstractProcessEventRecognition::Actors m_actors;
 };
 
 } // namespace scenariomatch
