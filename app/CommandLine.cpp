@@ -45,6 +45,7 @@ CommandLine::CommandLine()
     , newOperator(addNewCommand(program, newOperatorOptions))
     , score(addScoreCommand(program, scoreOptions))
     , test(addTestCommand(program, testOptions))
+    , explain(addExplainCommand(program, explainOptions))
 {
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CheckCommand.h"
+#include "app/explain/ExplainCommand.h"
 #include "app/GenerateCommand.h"
 #include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
@@ -36,6 +37,7 @@ struct CommandLine
     NewOperatorOptions newOperatorOptions;
     ScoreOptions scoreOptions;
     TestOptions testOptions;
+    ExplainOptions explainOptions;
     // The commands belong to the program.
     const CLI::App* run;
     const CLI::App* check;
@@ -45,6 +47,7 @@ struct CommandLine
     const CLI::App* newOperator;
     const CLI::App* score;
     const CLI::App* test;
+    const CLI::App* explain;
 };
 
 } // namespace scenariomatch

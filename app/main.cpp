@@ -44,6 +44,9 @@ int runProgram(int argc, char** argv)
     if (line.test->parsed()) {
         return runTest(line.testOptions, std::cout, std::cerr);
     }
+    if (line.explain->parsed()) {
+        return runExplain(line.explainOptions, std::cout, std::cerr);
+    }
     if (line.newOperator->parsed()) {
         return runNewOperator(
             line.newOperatorOptions,

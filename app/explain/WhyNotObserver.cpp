@@ -1,0 +1,283 @@
+#include "app/explain/WhyNotObserver.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace scenariomatch
+{
+
+// One model, and what becomes of its candidates.
+struct WhyNotObserver::Watched
+{
+    const CSScenario* model = nullptr;
+    std::size_t hidden = 0;
+    // One of them.
+    std::unique_ptr<PrimitiveSearch> primitive;
+    std::unique_ptr<CompositeSearch> composite;
+    // Constraints that only recognition may ask, of a primitive state.
+    std::vector<std::uint64_t> untold;
+    std::optional<ConfidenceMiss> confidence;
+};
+
+WhyNotObserver::WhyNotObserver(const RecognitionView& view, WhyNotQuestion question)
+    : m_models(view)
+    , m_question(std::move(question))
+    , m_filter(m_question.objects)
+{
+    const CSScenario* const model = m_models.find(m_question.model);
+    if (model == nullptr) {
+        return;
+    }
+    for (const ModelSet::Part& part : m_models.partsOf(*model)) {
+        auto& watched = m_watched.emplace_back(std::make_unique<Watched>());
+        watched->model = part.model;
+        watched->hidden = part.hidden;
+        watched->untold.resize(part.model->m_constraints.size());
+        m_events.watch(part.model->m_name);
+    }
+}
+
+WhyNotObserver::~WhyNotObserver() = default;
+
+// The engine has prepared the models only now.
+void WhyNotObserver::start()
+{
+    m_isStarted = true;
+    m_start = m_now;
+    for (const auto& watched : m_watched) {
+        const CSScenario& model = *watched->model;
+        if (model.m_kind == "PrimitiveState") {
+            watched->primitive = std::make_unique<PrimitiveSearch>(
+                model, m_filter, watched->hidden, m_question.mostCandidates);
+        } else {
+            watched->composite =
+                std::make_unique<CompositeSearch>(model, m_events, m_question.lookBack);
+        }
+    }
+}
+
+void WhyNotObserver::frameStarted(FrameView& view, const CSTimeStamp& now)
+{
+    m_now = momentOf(now);
+    if (!m_isStarted) {
+        start();
+    }
+    if (!m_question.window.contains(m_now.milliseconds)) {
+        return;
+    }
+    m_first = m_first.value_or(m_now);
+    m_last = m_now;
+    ++m_frames;
+    noteSeen(view);
+    for (const auto& watched : m_watched) {
+        if (watched->primitive) {
+            watched->primitive->addFrame(view, now);
+        }
+    }
+}
+
+void WhyNotObserver::noteSeen(FrameView& view)
+{
+    for (std::size_t i = 0; m_seen.size() < m_filter.objects().size() && i < view.size(); ++i) {
+        const std::int32_t asked =
+            m_filter.indexOf(*view.agent(static_cast<FrameView::AgentIndex>(i)));
+        if (asked >= 0) {
+            m_seen.insert(m_filter.objects()[static_cast<std::size_t>(asked)]);
+        }
+    }
+}
+
+WhyNotObserver::Watched*
+WhyNotObserver::watched(const CSScenario& model, const CConstraint::Bindings& bindings)
+{
+    const auto found = std::find_if(
+        m_watched.begin(), m_watched.end(), [&](const auto& one) { return one->model == &model; });
+    if (found == m_watched.end() || !m_question.window.contains(m_now.milliseconds)) {
+        return nullptr;
+    }
+    const bool isAsked =
+        m_filter.isEmpty() || m_filter.missing(participantsOf(bindings)) <= (*found)->hidden;
+    return isAsked ? found->get() : nullptr;
+}
+
+void WhyNotObserver::candidateTested(const CSScenario& model, const CConstraint::Bindings& bindings)
+{
+    if (model.m_kind == "PrimitiveState") {
+        return;
+    }
+    Watched* const here = watched(model, bindings);
+    if (here != nullptr) {
+        here->composite->candidateTested();
+    }
+}
+
+void WhyNotObserver::constraintFalse(
+    const CSScenario& model, const CConstraint::Bindings& bindings, std::size_t constraint)
+{
+    Watched* const here = watched(model, bindings);
+    if (here == nullptr) {
+        return;
+    }
+    if (here->composite) {
+        here->composite->constraintFalse(bindings, constraint, m_now);
+    } else if (constraint >= here->primitive->tested()) {
+        ++here->untold[constraint];
+    }
+}
+
+void WhyNotObserver::notConfident(
+    const CSScenario& model, const CConstraint::Bindings& bindings, double confidence)
+{
+    Watched* const here = watched(model, bindings);
+    if (here == nullptr) {
+        return;
+    }
+    std::optional<ConfidenceMiss>& miss = here->confidence;
+    const bool isNearest = !miss || confidence > miss->confidence;
+    if (!miss) {
+        miss.emplace();
+        miss->threshold = model.m_confidenceThreshold;
+    }
+    ++miss->times;
+    if (isNearest) {
+        miss->confidence = confidence;
+        miss->nearest = {m_now, participantsOf(bindings), {}};
+    }
+}
+
+void WhyNotObserver::instanceNew(const CSScenarioInstance& instance)
+{
+    m_events.add(instance);
+    noteRecognised(instance);
+}
+
+void WhyNotObserver::instanceExtended(const CSScenarioInstance& instance)
+{
+    m_events.extend(instance);
+    noteRecognised(instance);
+}
+
+void WhyNotObserver::noteRecognised(const CSScenarioInstance& instance)
+{
+    Watched* const here = watched(*instance.m_scenario, instance.m_bindings);
+    if (here != nullptr && here->composite) {
+        here->composite->recognised(instance.m_bindings);
+    }
+}
+
+WhyNot WhyNotObserver::answer()
+{
+    for (const auto& watched : m_watched) {
+        if (watched->composite) {
+            watched->composite->finish(m_question.window.from, m_question.window.to);
+        }
+    }
+    return m_watched.empty() ? WhyNot() : answerFor(*m_watched.front());
+}
+
+WhyNot WhyNotObserver::answerFor(const Watched& watched)
+{
+    const CSScenario& model = *watched.model;
+    WhyNot why;
+    why.model = model.m_name;
+    why.kind = model.m_kind;
+    why.start = m_start;
+    why.first = m_first.value_or(m_start);
+    why.last = m_first ? m_last : m_start;
+    why.frames = m_frames;
+    why.objects = m_question.objects;
+    std::copy_if(
+        m_question.objects.begin(),
+        m_question.objects.end(),
+        std::back_inserter(why.unseenObjects),
+        [this](const std::string& object) { return !m_seen.contains(object); });
+    why.confidence = watched.confidence;
+    if (watched.primitive) {
+        why.candidates = watched.primitive->candidates();
+        why.cutFrames = watched.primitive->cutFrames();
+        why.constraints = watched.primitive->outcomes();
+        why.nearest = watched.primitive->nearest();
+        why.unseenTypes = watched.primitive->absentTypes();
+        for (std::size_t i = 0; i < watched.untold.size(); ++i) {
+            why.constraints[i].firstFalse += watched.untold[i];
+        }
+    } else if (watched.composite) {
+        why.candidates = watched.composite->candidates();
+        why.constraints = watched.composite->outcomes();
+        why.nearest = watched.composite->nearest();
+        addComponents(watched, why);
+    }
+    addEvents(watched, why);
+    return why;
+}
+
+const WhyNotObserver::Watched* WhyNotObserver::find(const std::string& model) const
+{
+    const auto found = std::find_if(m_watched.begin(), m_watched.end(), [&](const auto& one) {
+        return one->model->m_name == model;
+    });
+    return found == m_watched.end() ? nullptr : found->get();
+}
+
+// Those recognised in the window, with objects that are asked for.
+std::vector<std::shared_ptr<const KnownEvent>>
+WhyNotObserver::eventsOf(const Watched& watched, const TimeWindow& window) const
+{
+    std::vector<std::shared_ptr<const KnownEvent>> events;
+    for (const auto& event : m_events.of(watched.model->m_name)) {
+        const bool isInTime =
+            std::any_of(event->times.begin(), event->times.end(), [&window](const auto& time) {
+                return window.contains(momentOf(*time).milliseconds);
+            });
+        if (isInTime && m_filter.missing(event->objects) <= watched.hidden) {
+            events.push_back(event);
+        }
+    }
+    return events;
+}
+
+void WhyNotObserver::addEvents(const Watched& watched, WhyNot& why) const
+{
+    for (const auto& event : eventsOf(watched, m_question.window)) {
+        why.events.push_back(
+            {event->id, momentOf(*event->start), momentOf(event->end()), event->objects});
+    }
+}
+
+// Once for each model, however often it is a component.
+std::shared_ptr<const WhyNot> WhyNotObserver::whyMissing(const Watched& watched)
+{
+    std::shared_ptr<const WhyNot>& missing = m_missing[watched.model->m_name];
+    if (!missing) {
+        missing = std::make_shared<const WhyNot>(answerFor(watched));
+    }
+    return missing;
+}
+
+// What was recognised before the time asked for may still be looked back at.
+void WhyNotObserver::addComponents(const Watched& watched, WhyNot& why)
+{
+    constexpr double kMilliseconds = 1000.0;
+    TimeWindow window = m_question.window;
+    if (window.from > m_start.milliseconds) {
+        window.from -= static_cast<std::int64_t>(m_question.lookBack * kMilliseconds);
+    }
+    bool isAnyMissing = false;
+    for (const auto& component : watched.model->m_components) {
+        ComponentOutcome outcome{
+            component->m_variable, component->m_modelName, component->m_arguments, 0, nullptr};
+        const Watched* const part = find(component->m_modelName);
+        outcome.events = part == nullptr ? 0 : eventsOf(*part, window).size();
+        if (part != nullptr && outcome.events == 0) {
+            outcome.missing = whyMissing(*part);
+        }
+        isAnyMissing = isAnyMissing || outcome.events == 0;
+        why.components.push_back(std::move(outcome));
+    }
+    if (why.candidates == 0 && !isAnyMissing) {
+        why.apart =
+            apartText(*watched.model, m_models, m_events, m_question.lookBack, m_question.window);
+    }
+}
+
+} // namespace scenariomatch
