@@ -1,6 +1,9 @@
 #include "app/RuleRun.h"
 
+#include "app/explain/Summary.h"
+#include "app/explain/WhyNotObserver.h"
 #include "app/FrameClock.h"
+#include "app/FrameFeed.h"
 #include "app/RecognitionSetup.h"
 #include "app/RecordView.h"
 #include "app/RunSession.h"
@@ -15,6 +18,7 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <utility>
 
 namespace scenariomatch
@@ -156,7 +160,54 @@ void forgetEarlierRuns()
     CSAgent::m_allObjectTypes.clear();
 }
 
+// A stretch of time around the event, as far as the test says when it is.
+WhyNotQuestion questionAbout(const RuleCase& ruleCase, const ExpectedEvent& missing)
+{
+    WhyNotQuestion question;
+    question.model = missing.model;
+    for (const auto& [variable, object] : missing.objects) {
+        question.objects.push_back(object);
+    }
+    const std::int64_t tolerance = missing.tolerance.value_or(ruleCase.tolerance);
+    question.isFromStart = true;
+    if (missing.begin) {
+        question.window.from = *missing.begin - tolerance;
+    }
+    if (missing.end) {
+        question.window.to = *missing.end + tolerance;
+    }
+    question.mostCandidates = kMaximumCandidates;
+    return question;
+}
+
 } // namespace
+
+std::optional<std::string> whyMissing(const RuleCase& ruleCase, const ExpectedEvent& missing)
+{
+    // What is wrong with the case was told before.
+    std::ostringstream ignored;
+    RecognitionSetup setup(ignored, ruleCase.name);
+    if (!setup.read(sourcesOf(ruleCase))) {
+        return std::nullopt;
+    }
+    const StreamRedirection redirection(std::cout, nullptr);
+    const StreamRedirection quiet(std::cerr, ignored.rdbuf());
+    forgetEarlierRuns();
+    const std::unique_ptr<rhmAbstractProcessEventRecognition> process = setup.createProcess();
+    auto* const view = dynamic_cast<RecognitionView*>(process.get());
+    if (view == nullptr) {
+        return std::nullopt;
+    }
+    WhyNotQuestion question = questionAbout(ruleCase, missing);
+    question.lookBack = stringToDouble(process->parameter("constTimeSearch").value_or("0"));
+    WhyNotObserver observer(*view, std::move(question));
+    view->setObserver(&observer);
+    FrameFeed feed(*process);
+    visitFrames(
+        ruleCase.tracks, ignored, [&feed](const TrackFrame& frame) { feed.addFrame(frame); });
+    const WhyNot why = observer.answer();
+    return why.events.empty() ? std::optional(reasonOf(why)) : std::nullopt;
+}
 
 RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk)
 {

@@ -31,6 +31,10 @@ struct RuleRun
     std::optional<std::string> fault;
 };
 
+// Why the event was not found, in one sentence; nothing where that cannot be told, or an event of
+// the model and its objects was found at that time. Runs the case once more.
+std::optional<std::string> whyMissing(const RuleCase& ruleCase, const ExpectedEvent& missing);
+
 // Recognises events in the tracks of a case, as the command run does. Counts for the coverage where
 // one is given; talk takes what is wrong with the tracks.
 RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk);

@@ -89,6 +89,8 @@ struct DifferenceLine
 {
     std::int64_t time = 0;
     std::string text;
+    // The expected event that is missing.
+    std::optional<std::size_t> missing = std::nullopt;
 };
 
 // The lines of events that are expected and were not found, and the other way round.
@@ -117,7 +119,8 @@ void compareEvents(
         if (!isFound[k]) {
             lines.push_back(
                 {expected[k].begin.value_or(expected[k].end.value_or(0)),
-                 fmt::format("- {}  (line {})", textOf(expected[k]), expected[k].line)});
+                 fmt::format("- {}  (line {})", textOf(expected[k]), expected[k].line),
+                 k});
         }
     }
     for (std::size_t i = 0; i < verdict.found.size(); ++i) {
@@ -191,6 +194,9 @@ RuleVerdict judge(const RuleCase& ruleCase, RuleRun run)
     std::stable_sort(
         lines.begin(), lines.end(), [](const auto& a, const auto& b) { return a.time < b.time; });
     for (DifferenceLine& line : lines) {
+        if (line.missing) {
+            verdict.missing.push_back({verdict.differences.size(), *line.missing});
+        }
         verdict.differences.push_back(std::move(line.text));
     }
     return verdict;

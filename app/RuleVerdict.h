@@ -18,6 +18,15 @@ struct RuleVerdict
     std::optional<std::string> fault;
     // "- ..." for an event that is missing and "+ ..." for one that is too many, in order of time.
     std::vector<std::string> differences;
+
+    // An expected event that is missing, and its place among the differences; in their order.
+    struct Missing
+    {
+        std::size_t difference = 0;
+        std::size_t expected = 0;
+    };
+
+    std::vector<Missing> missing;
     // Those of them that tell of an event that must be absent.
     std::vector<std::string> forbidden;
     // The events that were compared, in order of time, and for each the expected one that it is.

@@ -63,6 +63,7 @@ public:
 private:
     bool readFiles();
     void runFile(const RuleTestFile& file, RuleReport& report);
+    static void addReasons(const RuleCase& ruleCase, RuleVerdict& verdict);
     bool update(const RuleTestFile& file, const std::map<std::size_t, RuleVerdict>& verdicts);
     void printCoverage();
     void fail(int status);
@@ -127,6 +128,23 @@ bool TestRun::readFiles()
     return isGood;
 }
 
+// Says below each missing event why it was not found; for the first ones, each of which takes a
+// run.
+void TestRun::addReasons(const RuleCase& ruleCase, RuleVerdict& verdict)
+{
+    constexpr std::size_t kMostReasons = 10;
+    for (std::size_t i = std::min(verdict.missing.size(), kMostReasons); i-- > 0;) {
+        const RuleVerdict::Missing& missing = verdict.missing[i];
+        const std::optional<std::string> reason =
+            whyMissing(ruleCase, (*ruleCase.events)[missing.expected]);
+        if (reason) {
+            verdict.differences.insert(
+                verdict.differences.begin() + static_cast<std::ptrdiff_t>(missing.difference) + 1,
+                "  " + *reason);
+        }
+    }
+}
+
 void TestRun::runFile(const RuleTestFile& file, RuleReport& report)
 {
     std::map<std::size_t, RuleVerdict> differing;
@@ -145,6 +163,9 @@ void TestRun::runFile(const RuleTestFile& file, RuleReport& report)
         if (isUpdated && differing.contains(i)) {
             // What must be absent and was found is not made right by writing it down.
             verdicts[i].differences = verdicts[i].forbidden;
+        }
+        if (!isUpdated) {
+            addReasons(file.cases[i], verdicts[i]);
         }
         report.add(file.name, file.cases[i], verdicts[i]);
         if (!verdicts[i].isPassed()) {

@@ -16,6 +16,12 @@ struct TimeWindow
     std::int64_t to = INT64_MAX;
 
     bool contains(std::int64_t time) const { return time >= from && time <= to; }
+
+    // The same, so much later; an end that is open stays so.
+    TimeWindow after(std::int64_t time) const
+    {
+        return {from == INT64_MIN ? from : from + time, to == INT64_MAX ? to : to + time};
+    }
 };
 
 // Why the sub-events of a composite model never made a candidate although there were some of each:

@@ -276,23 +276,17 @@ WhyNotQuestion Explain::question() const
     return question;
 }
 
-} // namespace
-
-CLI::App* addExplainCommand(CLI::App& program, ExplainOptions& options)
+void addQuestionOptions(CLI::App& command, ExplainOptions& options)
 {
-    CLI::App* const command =
-        program.add_subcommand("explain", "Say why a model matched, or why it did not");
-    addParameterOptions(*command, options.input);
-    addTrackOptions(*command, options.input, "REQUIRED", "--tracks-format");
     command
-        ->add_option(
+        .add_option(
             "--event", options.event, "Why this event was recognised: its id, as run writes it")
         ->type_name("ID");
-    command->add_option("--model", options.model, "Why this model did not match")
+    command.add_option("--model", options.model, "Why this model did not match")
         ->type_name("NAME")
         ->check(notEmpty());
     command
-        ->add_option(
+        .add_option(
             "--objects",
             options.objects,
             "Only with all of these: numbers of tracked objects, names of those of the scene, "
@@ -304,30 +298,45 @@ CLI::App* addExplainCommand(CLI::App& program, ExplainOptions& options)
          {std::tuple("--from", &options.from, "Begin of the time that is looked at"),
           std::tuple("--to", &options.to, "End of the time that is looked at")}) {
         command
-            ->add_option(
+            .add_option(
                 name, *value, std::string(text) + ": seconds from the first frame, or a clock")
             ->type_name("TIME");
     }
     const Choices<ExplainFormat> formats{
         {"text", ExplainFormat::Text}, {"json", ExplainFormat::Json}};
     addChoice(
-        *command, "--format", options.format, formats, "Format of the explanation (default: text)");
-    command->callback([&options] {
-        if (options.input.tracks.empty()) {
-            throw CLI::RequiredError("--tracks");
-        }
-        if (options.model.empty() && !options.event) {
-            throw CLI::RequiredError("--event or --model");
-        }
-        if (!options.model.empty() && options.event) {
-            throw CLI::ExcludesError("--event", "--model");
-        }
-        const bool isNarrowed =
-            !options.objects.empty() || !options.from.empty() || !options.to.empty();
-        if (options.model.empty() && isNarrowed) {
-            throw CLI::RequiresError("--objects, --from and --to", "--model");
-        }
-    });
+        command, "--format", options.format, formats, "Format of the explanation (default: text)");
+}
+
+// Throws where the options do not go together.
+void checkOptions(const ExplainOptions& options)
+{
+    if (options.input.tracks.empty()) {
+        throw CLI::RequiredError("--tracks");
+    }
+    if (options.model.empty() && !options.event) {
+        throw CLI::RequiredError("--event or --model");
+    }
+    if (!options.model.empty() && options.event) {
+        throw CLI::ExcludesError("--event", "--model");
+    }
+    const bool isNarrowed =
+        !options.objects.empty() || !options.from.empty() || !options.to.empty();
+    if (options.model.empty() && isNarrowed) {
+        throw CLI::RequiresError("--objects, --from and --to", "--model");
+    }
+}
+
+} // namespace
+
+CLI::App* addExplainCommand(CLI::App& program, ExplainOptions& options)
+{
+    CLI::App* const command =
+        program.add_subcommand("explain", "Say why a model matched, or why it did not");
+    addParameterOptions(*command, options.input);
+    addTrackOptions(*command, options.input, "REQUIRED", "--tracks-format");
+    addQuestionOptions(*command, options);
+    command->callback([&options] { checkOptions(options); });
     command->footer(footerText(
         {.description =
              "Recognises events as run does and says why one was recognised, with the values that "

@@ -21,6 +21,8 @@ struct Finding
     // How far the value is from where the answer changes; a hair more changes it. Nothing where
     // that cannot be told.
     std::optional<double> margin;
+    // Whether candidates can be told from each other by how near they come.
+    bool isMeasured = false;
     // Of the margin: "s", "degree", or empty for lengths and numbers, which have the model's own.
     std::string unit;
     // A sentence about it, without full stop: "c1 ended 0.4 s after c2 began".

@@ -311,6 +311,7 @@ Finding Gauge::finding()
     finding.holds = m_holds;
     finding.unit = m_unit;
     finding.margin = margin();
+    finding.isMeasured = finding.margin.has_value();
     if (finding.margin && !isProven(*finding.margin)) {
         finding.margin.reset();
     }

@@ -70,6 +70,20 @@ std::vector<std::string> unseenSentences(const WhyNot& why)
     return sentences;
 }
 
+// Whether something is known of who came nearest: some constraint held, or it is a matter of more
+// and less.
+bool isNear(const WhyNot& why)
+{
+    if (!why.nearest) {
+        return false;
+    }
+    const std::vector<Finding>& findings = why.nearest->findings;
+    return findings.size() < why.constraints.size() ||
+           std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+               return finding.isMeasured;
+           });
+}
+
 std::string nearestClause(const WhyNot& why)
 {
     const std::string objects = objectsText(why.nearest->objects);
@@ -83,7 +97,7 @@ std::string nearestClause(const WhyNot& why)
 // The nearest of all; where it is not known, the nearest to the constraint that failed first most.
 std::vector<std::string> nearestSentences(const WhyNot& why)
 {
-    if (why.nearest) {
+    if (isNear(why)) {
         const NearMiss& nearest = *why.nearest;
         const std::size_t failing = nearest.findings.size();
         std::vector<std::string> sentences{fmt::format(
@@ -280,7 +294,7 @@ std::string reasonOf(const WhyNot& why)
     if (isSeen && missing != why.components.end()) {
         return missingReason(why, *missing);
     }
-    if (why.nearest && isSeen && !why.confidence) {
+    if (isNear(why) && isSeen && !why.confidence) {
         std::vector<std::string> texts;
         for (const Finding& finding : why.nearest->findings) {
             texts.push_back(findingText(finding));

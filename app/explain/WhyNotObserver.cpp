@@ -44,6 +44,9 @@ void WhyNotObserver::start()
 {
     m_isStarted = true;
     m_start = m_now;
+    if (m_question.isFromStart) {
+        m_question.window = m_question.window.after(m_start.milliseconds);
+    }
     for (const auto& watched : m_watched) {
         const CSScenario& model = *watched->model;
         if (model.m_kind == "PrimitiveState") {

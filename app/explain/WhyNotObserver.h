@@ -26,6 +26,8 @@ struct WhyNotQuestion
     // Tracked objects by number, those of the scene by name; all must take part.
     std::vector<std::string> objects = {};
     TimeWindow window = {};
+    // Whether the window counts from the first frame.
+    bool isFromStart = false;
     // For how many seconds recognition looks back at events.
     double lookBack = 0.0;
     // How many candidates of a model are tried in a frame; 0 for all.

@@ -66,6 +66,21 @@ TEST(TestCommand, ShowsWhatDiffers)
                "  FAILED  in & out (line 3)\n"
                "    + GoesIn  g=Door p=3  2.04 to 2.04 s  NOTURGENT\n"
                "    - GoesIn  p=3  3 to 3 s  (line 10)\n"
+               "      crossedRight(p->Position, g->StartPoint, g->EndPoint) was the first to be "
+               "false for 5 candidates.\n"
+               "1 case, 1 failed\n");
+}
+
+TEST(TestCommand, SaysNoReasonWhereTheEventCameAtAnotherTime)
+{
+    const std::string file =
+        fileWith("door.yaml", doorTest("[{model: GoesIn, objects: {p: 3}, begin: 2, end: 3}]"));
+    EXPECT_EQ(
+        runProgram("test " + file).out,
+        file + "\n"
+               "  FAILED  in & out (line 3)\n"
+               "    - GoesIn  p=3  2 to 3 s  (line 10)\n"
+               "    + GoesIn  g=Door p=3  2.04 to 2.04 s  NOTURGENT\n"
                "1 case, 1 failed\n");
 }
 
@@ -81,6 +96,9 @@ TEST(TestCommand, SpeaksTap)
             ": in & out\n"
             "# + GoesIn  g=Door p=3  2.04 to 2.04 s  NOTURGENT\n"
             "# - GoesIn  p=3  3 to 3 s  (line 10)\n"
+            "#   crossedRight(p->Position, g->StartPoint, g->EndPoint) was the first to be false "
+            "for 5 "
+            "candidates.\n"
             "1..2\n");
 }
 
@@ -99,7 +117,9 @@ TEST(TestCommand, WritesJUnit)
             "        <testcase classname=\"" + bad + "\" name=\"in &amp; out\">\n" +
             "            <failure message=\"other events than expected\">"
             "+ GoesIn  g=Door p=3  2.04 to 2.04 s  NOTURGENT\n"
-            "- GoesIn  p=3  3 to 3 s  (line 10)\n</failure>\n"));
+            "- GoesIn  p=3  3 to 3 s  (line 10)\n"
+            "  crossedRight(p-&gt;Position, g-&gt;StartPoint, g-&gt;EndPoint) was the first to be "
+            "false for 5 candidates.\n</failure>\n"));
     EXPECT_THAT(outcome.out, HasSubstr("tests=\"1\" failures=\"0\" errors=\"1\">\n"));
     EXPECT_THAT(outcome.out, HasSubstr("<error message=\"cannot be run\">cannot be run: "));
     EXPECT_THAT(outcome.out, HasSubstr("name=\"in &amp; out\"/>\n"));
