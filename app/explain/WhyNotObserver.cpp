@@ -17,6 +17,8 @@ struct WhyNotObserver::Watched
     // Constraints that only recognition may ask, of a primitive state.
     std::vector<std::uint64_t> untold;
     std::optional<ConfidenceMiss> confidence;
+    // In the time asked for, with the objects asked for.
+    bool isRecognised = false;
 };
 
 WhyNotObserver::WhyNotObserver(const RecognitionView& view, WhyNotQuestion question)
@@ -73,7 +75,9 @@ void WhyNotObserver::frameStarted(FrameView& view, const CSTimeStamp& now)
     ++m_frames;
     noteSeen(view);
     for (const auto& watched : m_watched) {
-        if (watched->primitive) {
+        // Of a part that was recognised nobody asks why it was not.
+        const bool isAsked = watched == m_watched.front() || !watched->isRecognised;
+        if (watched->primitive && isAsked) {
             watched->primitive->addFrame(view, now);
         }
     }
@@ -163,7 +167,11 @@ void WhyNotObserver::instanceExtended(const CSScenarioInstance& instance)
 void WhyNotObserver::noteRecognised(const CSScenarioInstance& instance)
 {
     Watched* const here = watched(*instance.m_scenario, instance.m_bindings);
-    if (here != nullptr && here->composite) {
+    if (here == nullptr) {
+        return;
+    }
+    here->isRecognised = true;
+    if (here->composite) {
         here->composite->recognised(instance.m_bindings);
     }
 }

@@ -140,6 +140,9 @@ void prepare(CSEngine& engine, const World& world)
     for (const auto& [name, op] : standardOperators()) {
         engine.addOperator(*op);
     }
+    for (CSOperatorInterfaceAbstract* op : world.operators) {
+        engine.addOperator(*op);
+    }
     engine.readOperatorAgent("");
     engine.setAllObjectTypes({{"Person", {"Person"}}, {"Zone", {"Zone"}}});
     constexpr int kHistory = 50;

@@ -68,6 +68,8 @@ struct World
     double bayesianRatio = 1.0;
     double prolongation = 1.0;
     double lookBack = 60.0;
+    // Beside the standard ones.
+    std::vector<CSOperatorInterfaceAbstract*> operators = {};
 
     WorldModel& model(const std::string& name);
     WorldZone& zone(const std::string& name);

@@ -209,4 +209,124 @@ TEST(WhyNotObserver, TellsHowLongASubEventLastedAtMost)
         "0.96 s too little.");
 }
 
+namespace
+{
+
+// Person 1 is in zone A from frame 1 to 6, person 2 in zone B from frame 3 to 8.
+World twoStays()
+{
+    World world;
+    world.frames = 12;
+    world.zones = {{"A", 0, 0, 4, 4}, {"B", 20, 20, 24, 24}};
+    for (int frame = 0; frame < world.frames; ++frame) {
+        const bool isFirst = frame >= 1 && frame <= 6;
+        const bool isSecond = frame >= 3 && frame <= 8;
+        world.tracks[1][frame] = {isFirst ? 2 : 9, 2};
+        world.tracks[2][frame] = {isSecond ? 22 : 29, 22};
+    }
+    for (const std::string zone : {"A", "B"}) {
+        world.models.push_back(
+            {"PrimitiveState",
+             "In" + zone,
+             std::nullopt,
+             "(p : Person)(z : Zone)",
+             "",
+             {{"z->Name = ", std::nullopt, zone},
+              {"p->Position in z->Vertices", std::nullopt, ""}}});
+    }
+    world.models.push_back(
+        {"CompositeEvent",
+         "Then",
+         std::nullopt,
+         "(p : Person)(q : Person)(a : Zone)(b : Zone)",
+         "(c1 : PrimitiveState InA(p, a))(c2 : PrimitiveState InB(q, b))",
+         {{"c1->Interval before c2->Interval", std::nullopt, ""}}});
+    return world;
+}
+
+} // namespace
+
+TEST(WhyNotObserver, SaysByHowMuchSubEventsOverlap)
+{
+    const WhyNot why = whyNot(twoStays(), {"Then"});
+    EXPECT_EQ(why.candidates, 6U);
+    EXPECT_EQ(
+        reasonOf(why),
+        "Then came nearest with a=A b=B p=1 q=2 at 0.12 s: before(c1->Interval, c2->Interval): c1 "
+        "ended 0.12 s after c2 began.");
+    EXPECT_TRUE(why.nearest->isHindsight);
+}
+
+TEST(WhyNotObserver, SaysHowFarSubEventsAreApart)
+{
+    World world = twoStays();
+    world.delay(1, 10);
+    const WhyNot late = whyNot(world, {"Then"});
+    EXPECT_EQ(late.candidates, 0U);
+    EXPECT_EQ(late.apart, "c1 began 0.12 s after c2 had ended");
+    world = twoStays();
+    world.delay(2, 12);
+    world.lookBack = 0.2;
+    EXPECT_EQ(
+        whyNot(world, {"Then"}).apart,
+        "c1 ended 0.36 s before c2 began, and events are looked back at for 0.2 s");
+}
+
+TEST(WhyNotObserver, SaysThatSubEventsNeverHadTheSameObjects)
+{
+    World world = twoStays();
+    world.models[2].objects = "(p : Person)(a : Zone)(b : Zone)";
+    world.models[2].components = "(c1 : PrimitiveState InA(p, a))(c2 : PrimitiveState InB(p, b))";
+    const WhyNot why = whyNot(world, {"Then"});
+    EXPECT_EQ(why.candidates, 0U);
+    EXPECT_EQ(why.apart, "c1 and c2 never had the same p");
+}
+
+TEST(WhyNotObserver, LooksForPartsOfTheObjectsAskedFor)
+{
+    WhyNotQuestion question{"Then", {"2"}};
+    World world = twoStays();
+    world.zones[1].grow(-1.9);
+    world.zones[1].left += 40;
+    world.zones[1].right += 40;
+    const WhyNot why = whyNot(world, question);
+    ASSERT_EQ(why.components.size(), 2U);
+    EXPECT_EQ(why.components[0].events, 1U);
+    EXPECT_EQ(why.components[1].events, 0U);
+    EXPECT_EQ(why.components[1].model, "InB");
+}
+
+// Operators that promise nothing are asked by recognition alone.
+TEST(WhyNotObserver, AsksNoOperatorThatPromisesNothing)
+{
+    class Counting : public CSOperatorInterfaceAbstract
+    {
+    public:
+        std::shared_ptr<CSBasicType>
+        evaluate(std::vector<std::shared_ptr<CSBasicType>> /*arguments*/) override
+        {
+            ++m_calls;
+            return std::make_shared<CSBool>(false);
+        }
+
+        int m_calls = 0;
+    };
+
+    Counting counting;
+    counting.m_name = "odd";
+    World world = closePair();
+    world.operators = {&counting};
+    world.models[0].constraints = {
+        {"distance(p->Position, q->Position) < ", 5, ""},
+        {"p->Position odd q->Position", std::nullopt, ""}};
+    runWorld(world, std::nullopt, std::nullopt);
+    const int alone = std::exchange(counting.m_calls, 0);
+    const WhyNot why = whyNot(world, {"Close"});
+    EXPECT_GT(alone, 0);
+    EXPECT_EQ(counting.m_calls, alone);
+    EXPECT_EQ(why.constraints[1].firstFalse, static_cast<std::uint64_t>(alone));
+    EXPECT_FALSE(why.constraints[1].isPure);
+    EXPECT_FALSE(why.nearest);
+}
+
 } // namespace scenariomatch
