@@ -1,5 +1,7 @@
 #include "app/DiagnosticWriter.h"
 
+#include "app/PrintableText.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -43,19 +45,16 @@ std::string underlineOf(std::string_view text)
     return line;
 }
 
-// Control characters of a file do not reach the terminal.
-std::string printable(std::string_view text)
+// A line of a file; its tabs stay, so that what is below stands at its place.
+std::string printableLine(std::string_view text)
 {
-    std::string result(text);
+    std::string line(text);
     std::replace_if(
-        result.begin(),
-        result.end(),
-        [](char letter) {
-            const auto code = static_cast<unsigned char>(letter);
-            return (code < 0x20 && letter != '\t') || code == 0x7F;
-        },
+        line.begin(),
+        line.end(),
+        [](char letter) { return isControl(letter) && letter != '\t'; },
         '?');
-    return result;
+    return line;
 }
 
 lint::Place endOf(const lint::Range& range)
@@ -170,7 +169,7 @@ void writePlacedMessage(
         return;
     }
     const std::size_t begin = std::min(place.column - 1, line.size());
-    out << fmt::format("{:>5} | {}\n", place.line, printable(line));
+    out << fmt::format("{:>5} | {}\n", place.line, printableLine(line));
     out << fmt::format(
         "      | {}{}{}{}\n",
         paddingOf(line.substr(0, begin)),

@@ -33,6 +33,15 @@ void appendField(std::string& line, std::string_view text)
     line += '"';
 }
 
+// Text out of files. A spreadsheet would take some of it for a formula: an apostrophe before it
+// says that it is none.
+void appendText(std::string& line, const std::string& text)
+{
+    constexpr std::string_view kFormula = "=+-@\t\r";
+    const bool isFormula = !text.empty() && kFormula.find(text.front()) != std::string_view::npos;
+    appendField(line, isFormula ? '\'' + text : text);
+}
+
 std::string objectList(const std::vector<EventObject>& objects)
 {
     std::string list;
@@ -77,19 +86,19 @@ void EventWriterCsv::write(const ReportedEvent& event)
     writeHeader();
     m_line.clear();
     appendField(m_line, fmt::format("{}", event.id));
-    appendField(m_line, event.name);
-    appendField(m_line, event.kind);
-    appendField(m_line, event.alarmLevel);
+    appendText(m_line, event.name);
+    appendText(m_line, event.kind);
+    appendText(m_line, event.alarmLevel);
     appendField(m_line, fmt::format("{}", event.alarm));
-    appendField(m_line, event.text);
+    appendText(m_line, event.text);
     appendField(m_line, fmt::format("{}", event.confidence));
     appendField(m_line, printClock(event.begin.clock));
     appendField(m_line, fmt::format("{}", event.begin.frame));
     appendField(m_line, printClock(event.end.clock));
     appendField(m_line, fmt::format("{}", event.end.frame));
     appendField(m_line, fmt::format("{}", std::round(event.duration * 1000) / 1000));
-    appendField(m_line, objectList(event.objects));
-    appendField(m_line, subEventList(event.subEvents));
+    appendText(m_line, objectList(event.objects));
+    appendText(m_line, subEventList(event.subEvents));
     m_line += "\r\n";
     m_out.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
 }

@@ -1,6 +1,7 @@
 #include "app/EventWriterText.h"
 
 #include "app/FrameClock.h"
+#include "app/PrintableText.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -37,19 +38,6 @@ std::string alarmOf(const ReportedEvent& event)
                               : fmt::format("{}: {}", event.alarmLevel, event.text);
 }
 
-// Control characters could end a row or steer a terminal.
-void replaceControlCharacters(std::string& text)
-{
-    std::replace_if(
-        text.begin(),
-        text.end(),
-        [](char character) {
-            const auto byte = static_cast<unsigned char>(character);
-            return byte < 0x20 || byte == 0x7f;
-        },
-        '?');
-}
-
 // Characters of UTF-8 text: all bytes but those that continue one.
 std::size_t displayWidth(std::string_view text)
 {
@@ -75,7 +63,7 @@ void EventWriterText::write(const ReportedEvent& event)
         fmt::format("{:.2f} s", event.duration),
         fmt::format("{:.2f}", event.confidence),
         alarmOf(event)};
-    std::for_each(row.begin(), row.end(), replaceControlCharacters);
+    std::transform(row.begin(), row.end(), row.begin(), printable);
     m_rows.push_back(std::move(row));
     if (m_rows.size() == kRowsHeld) {
         writeRows();

@@ -1,5 +1,7 @@
 #include "app/RuleReport.h"
 
+#include "app/PrintableText.h"
+
 #include <QString>
 #include <QXmlStreamWriter>
 
@@ -16,20 +18,6 @@ namespace scenariomatch
 
 namespace
 {
-
-// Control characters could end a line or steer a terminal.
-std::string printable(std::string text)
-{
-    std::replace_if(
-        text.begin(),
-        text.end(),
-        [](char character) {
-            const auto byte = static_cast<unsigned char>(character);
-            return byte < 0x20 || byte == 0x7f;
-        },
-        '?');
-    return text;
-}
 
 // What there is to say of a case that has not passed.
 std::vector<std::string> linesOf(const RuleVerdict& verdict)

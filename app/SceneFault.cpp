@@ -1,5 +1,7 @@
 #include "app/SceneFault.h"
 
+#include "app/PrintableText.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <fmt/format.h>
@@ -18,11 +20,7 @@ std::string sourceLine(const std::string& text, int line)
         begin = std::min(text.find('\n', begin), text.size() - 1) + 1;
     }
     std::string source = text.substr(begin, text.find('\n', begin) - begin);
-    std::replace_if(
-        source.begin(),
-        source.end(),
-        [](char character) { return static_cast<unsigned char>(character) < ' '; },
-        ' ');
+    std::replace_if(source.begin(), source.end(), isControl, ' ');
     return source;
 }
 

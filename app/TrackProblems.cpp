@@ -1,5 +1,7 @@
 #include "app/TrackProblems.h"
 
+#include "app/PrintableText.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <ostream>
@@ -39,11 +41,6 @@ std::size_t indexOf(TrackProblemKind kind)
 bool isContinuationByte(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-bool isControl(char byte)
-{
-    return static_cast<unsigned char>(byte) < 0x20U || byte == 0x7F;
 }
 
 } // namespace

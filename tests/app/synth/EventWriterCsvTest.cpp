@@ -56,6 +56,20 @@ TEST(EventWriterCsv, QuotesCommasQuotesAndLineBreaks)
             "4,\"a,b\",\"say \"\"hello\"\"\",\"line\nfeed\",2,\"two\r\nlines\",0.1,"));
 }
 
+// A spreadsheet takes text that begins so for a formula.
+TEST(EventWriterCsv, SaysThatTextIsNoFormula)
+{
+    ReportedEvent event = exampleEvent();
+    event.name = "=1+1";
+    event.kind = "+1";
+    event.text = "-1,@b";
+    event.alarmLevel = "@SUM(A1)";
+    EXPECT_THAT(
+        written({event}), testing::HasSubstr("4,'=1+1,'+1,'@SUM(A1),2,\"'-1,@b\",0.1,"));
+    event.name = "\t=1+1";
+    EXPECT_THAT(written({event}), testing::HasSubstr("4,'\t=1+1,"));
+}
+
 TEST(EventWriterCsv, LeavesEmptyFieldsEmpty)
 {
     ReportedEvent event = exampleEvent();
