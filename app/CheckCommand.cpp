@@ -5,6 +5,7 @@
 #include "app/HelpFooter.h"
 #include "app/InstalledFiles.h"
 #include "app/OptionChecks.h"
+#include "app/sample/TrackSample.h"
 #include "lint/Checks.h"
 
 #include <algorithm>
@@ -19,6 +20,18 @@ namespace scenariomatch
 namespace
 {
 
+RunParameterSources sourcesOf(const CheckOptions& options)
+{
+    RunParameterSources sources = RecognitionSetup::sourcesFor(options.parameterFile);
+    if (!options.common.empty()) {
+        sources.commonPath = options.common + (options.common.ends_with('/') ? "" : "/");
+    }
+    if (!options.context.empty()) {
+        sources.settings.emplace_back("RHMContext", options.context);
+    }
+    return sources;
+}
+
 // Everything that a parameter file names. False, with the reason, when it cannot be read itself.
 bool readProject(
     const CheckOptions& options, CheckInput& input, lint::Diagnostics& found, std::string& error)
@@ -27,14 +40,8 @@ bool readProject(
     if (!file) {
         return false;
     }
-    RunParameterSources sources;
-    sources.file = options.parameterFile;
-    if (!options.common.empty()) {
-        sources.commonPath = options.common + (options.common.ends_with('/') ? "" : "/");
-    }
-    sources.operatorFolder = installedOperatorFolder().string();
-    sources.operatorDescription = installedVocabulary().string();
-    const std::optional<RunParameters> parameters = mergeParameters(*file, sources, error);
+    const std::optional<RunParameters> parameters =
+        mergeParameters(*file, sourcesOf(options), error);
     if (!parameters) {
         return false;
     }
@@ -53,6 +60,24 @@ void readModels(const CheckOptions& options, CheckInput& input, lint::Diagnostic
     if (!options.context.empty()) {
         readCheckContext({options.context, {}}, input, found);
     }
+}
+
+// Tries the models on the sample, where nothing is wrong with them.
+std::optional<RunFault> checkSample(
+    const CheckOptions& options,
+    const lint::Project& project,
+    lint::Diagnostics& found,
+    std::ostream& talk)
+{
+    if (found.hasErrors()) {
+        talk << "scenariomatch check: the tracks are not looked at while there are errors\n";
+        return std::nullopt;
+    }
+    RunParameterSources sources = sourcesOf(options);
+    // No event file is written.
+    sources.settings.emplace_back("saveXML3File", "false");
+    sources.settings.emplace_back("XML3FileName", "/dev/null");
+    return checkTracks(options.sample, sources, project, found, talk);
 }
 
 void writeSummary(const lint::Diagnostics& found, std::ostream& talk)
@@ -96,11 +121,19 @@ CLI::App* addCheckCommand(CLI::App& program, CheckOptions& options)
             options.context,
             "Context, instead of the one that the parameter file names")
         ->type_name("FILE");
+    addTrackOptions(
+        *command,
+        options.sample,
+        "a sample that models are tried on; only with --params",
+        "--tracks-format");
     addChoice(
         *command, "--format", options.format, formats, "Format of the messages (default: text)");
     command->callback([&options] {
         if (options.parameterFile.empty() == options.modelFiles.empty()) {
             throw CLI::ValidationError("either --params or MODELFILE is needed");
+        }
+        if (options.parameterFile.empty() && !options.sample.tracks.empty()) {
+            throw CLI::ValidationError("--tracks needs --params");
         }
     });
     command->footer(footerText(
@@ -129,8 +162,14 @@ int runCheck(const CheckOptions& options, std::ostream& out, std::ostream& talk)
     }
     const lint::Project project(input.files, found);
     lint::checkProject(project, found);
+    const std::optional<RunFault> fault =
+        options.sample.tracks.empty() ? std::nullopt : checkSample(options, project, found, talk);
     writeDiagnostics(out, found.all(), options.format);
     writeSummary(found, talk);
+    if (fault) {
+        talk << "scenariomatch check: " << fault->reason << '\n';
+        return fault->status;
+    }
     if (input.isIncomplete || project.isIncomplete()) {
         return kExitModel;
     }

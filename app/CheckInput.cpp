@@ -99,6 +99,16 @@ std::string typeOf(const QString& kind, const QString& shape)
     return isObject && (isPolygon || shape == QLatin1String("circle")) ? "Equipment" : "Camera";
 }
 
+// Without the blanks before it.
+lint::Range trimmed(lint::Range range)
+{
+    const std::string& text = range.source->text();
+    while (range.begin < range.end && (text[range.begin] == ' ' || text[range.begin] == '\t')) {
+        ++range.begin;
+    }
+    return range;
+}
+
 // The elements with their lines; a context that is not well-formed gives those before the fault.
 std::vector<lint::SceneElement> elementsOf(const lint::Source& source)
 {
@@ -114,10 +124,13 @@ std::vector<lint::SceneElement> elementsOf(const lint::Source& source)
         const auto text = [&](const char* name) {
             return attributes.value(QLatin1String(name)).toString();
         };
+        const auto line = static_cast<std::size_t>(std::max<qint64>(xml.lineNumber(), 1));
+        const std::size_t begin = source.lineStart(line);
         elements.push_back(
             {typeOf(text("kind"), text("shape")),
              text("name").toStdString(),
-             fmt::format("{}:{}", file, xml.lineNumber())});
+             fmt::format("{}:{}", file, line),
+             trimmed({&source, begin, begin + source.lineText(line).size()})});
     }
     return elements;
 }

@@ -54,6 +54,12 @@ constexpr std::array kRules = {
     Rule{"parent-circle", Error, "A type derives from itself."},
     Rule{"prose-opens-block", Error, "A remark contains the word that opens a block."},
     Rule{"remark-in-models", Error, "A remark swallows the declaration after it."},
+    Rule{"sample-empty-zone", Warning, "No track of the sample enters a zone."},
+    Rule{"sample-missing-type", Warning, "The sample has no object of a type."},
+    Rule{"sample-never-evaluated", Warning, "The sample has no candidates of a model."},
+    Rule{"sample-never-false", Warning, "A constraint is true wherever the sample tries it."},
+    Rule{"sample-never-true", Warning, "A constraint is false wherever the sample tries it."},
+    Rule{"sample-out-of-range", Warning, "A comparison holds for no number of the sample."},
     Rule{
         "settings-after-models", Error, "Constants are read after the models that could use them."},
     Rule{"split-conjunction", Error, "'and', 'or' and comparisons are split in another place."},

@@ -30,6 +30,8 @@ struct SceneElement
     std::string name;
     // "FILE:LINE".
     std::string place;
+    // Its line in the context.
+    Range range;
 };
 
 // What there is to check.

@@ -2,6 +2,7 @@
 
 #include "app/ExitStatus.h"
 #include "lint/Diagnostic.h"
+#include "types/TextFile.h"
 
 #include <gtest/gtest.h>
 
@@ -142,10 +143,67 @@ TEST(CheckCommand, TakesTheFilesOfAParameterFileFromAnotherFolder)
     EXPECT_NE(outcome.out.find("/lobby/door.xml cannot be read"), std::string::npos);
 }
 
+// The files of tests/data/lint/sample, named as seen from there.
+class SampleOfTracks : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        std::filesystem::current_path(SCENARIOMATCH_TEST_DATA "/lint/sample");
+        m_options.parameterFile = "parameters.yaml";
+        m_options.sample.tracks = "tracks.jsonl";
+    }
+
+    void TearDown() override { std::filesystem::current_path(m_before); }
+
+    CheckOptions m_options;
+
+private:
+    std::filesystem::path m_before = std::filesystem::current_path();
+};
+
+// Nothing is said of the constraint behind one that is never true, nor of the composite of a model
+// that is never recognised.
+TEST_F(SampleOfTracks, TellsWhatItNeverShows)
+{
+    const Outcome outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitDone);
+    EXPECT_EQ(outcome.out, readTextFile("expected.txt"));
+    EXPECT_EQ(outcome.talk, "scenariomatch check: errors: 0, warnings: 6\n");
+}
+
+TEST_F(SampleOfTracks, IsTakenWithAnotherContext)
+{
+    m_options.context = SCENARIOMATCH_TEST_DATA "/lint/context.xml";
+    const Outcome outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitNo);
+    EXPECT_NE(outcome.out.find("'Door' is no zone of this scene"), std::string::npos);
+    EXPECT_EQ(
+        outcome.talk,
+        "scenariomatch check: the tracks are not looked at while there are errors\n"
+        "scenariomatch check: errors: 2, warnings: 0\n");
+}
+
+TEST_F(SampleOfTracks, HasTheStatusOfARunWhereItCannotBeRead)
+{
+    m_options.sample.tracks = "none.jsonl";
+    Outcome outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitTracks);
+    EXPECT_EQ(outcome.talk, "scenariomatch check: none.jsonl: No such file or directory\n");
+    m_options.sample.tracks = "context.xml";
+    m_options.sample.format = TrackFormat::JsonLines;
+    outcome = check(m_options);
+    EXPECT_EQ(outcome.status, kExitTracks);
+    EXPECT_NE(outcome.talk.find("context.xml:1:1: "), std::string::npos) << outcome.talk;
+}
+
 TEST(CheckCommand, NeedsSomethingToCheck)
 {
     for (const char* arguments :
-         {"check", "check --params a.yaml b.models", "check a.models --format xml"}) {
+         {"check",
+          "check --params a.yaml b.models",
+          "check a.models --format xml",
+          "check a.models --tracks b.jsonl"}) {
         CheckOptions options;
         CLI::App program("test");
         addCheckCommand(program, options);

@@ -60,7 +60,6 @@ public:
         : m_folder(std::filesystem::temp_directory_path() / "lint-document-example")
     {
         std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directory(m_folder);
     }
 
     SampleProject(const SampleProject&) = delete;
@@ -78,12 +77,17 @@ public:
         if (files["settings.txt"].empty()) {
             files["settings.txt"] = settingsOf(files["models.txt"]);
         }
+        std::filesystem::remove_all(m_folder);
+        std::filesystem::create_directory(m_folder);
         for (const auto& [name, text] : files) {
             std::ofstream(m_folder / name, std::ios::binary) << text;
         }
         CheckOptions options;
         options.parameterFile = (m_folder / "parameters.yaml").string();
         options.format = DiagnosticFormat::Json;
+        if (files.contains("tracks.jsonl")) {
+            options.sample.tracks = (m_folder / "tracks.jsonl").string();
+        }
         std::ostringstream out;
         std::ostringstream talk;
         runCheck(options, out, talk);
