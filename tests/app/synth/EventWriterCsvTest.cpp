@@ -64,8 +64,7 @@ TEST(EventWriterCsv, SaysThatTextIsNoFormula)
     event.kind = "+1";
     event.text = "-1,@b";
     event.alarmLevel = "@SUM(A1)";
-    EXPECT_THAT(
-        written({event}), testing::HasSubstr("4,'=1+1,'+1,'@SUM(A1),2,\"'-1,@b\",0.1,"));
+    EXPECT_THAT(written({event}), testing::HasSubstr("4,'=1+1,'+1,'@SUM(A1),2,\"'-1,@b\",0.1,"));
     event.name = "\t=1+1";
     EXPECT_THAT(written({event}), testing::HasSubstr("4,'\t=1+1,"));
 }
