@@ -137,7 +137,7 @@ const char* presentVerbOf(Ends ends, bool isFirst)
 
 std::optional<IntervalRelation> IntervalRelation::named(std::string_view name)
 {
-    const auto found = std::find_if(
+    const auto* const found = std::find_if(
         relations().begin(), relations().end(), [&](const Named& one) { return one.name == name; });
     if (found == relations().end()) {
         return std::nullopt;
