@@ -107,6 +107,7 @@ public:
         while (m_body.text() != "}" && m_body.text().find(';') != std::string_view::npos) {
             readAttribute();
         }
+        checkRest();
         return m_type;
     }
 
@@ -154,8 +155,41 @@ private:
                     "the first statement says whether the type is constant",
                     near.empty() ? "write constant false; before the attributes" : didYouMean(near))
                 .suggestion = near;
+        } else {
+            checkFlag(firstWord(textAfter(statement, ' ')));
         }
         m_body = rest(';');
+    }
+
+    // Whatever is not "true" makes the type one of tracked objects.
+    void checkFlag(const PlacedText& value)
+    {
+        const std::vector<std::string> values = {"false", "true"};
+        if (std::find(values.begin(), values.end(), value.text()) != values.end()) {
+            return;
+        }
+        const std::string near = nearestName(value.text(), values);
+        m_out
+            .add(
+                "object-type-layout",
+                value.range(),
+                "a type is constant true or constant false",
+                didYouMean(near))
+            .suggestion = near;
+    }
+
+    // Without a ";" behind it the last attribute is lost.
+    void checkRest()
+    {
+        const PlacedText lost = withoutLeadingBlanks(m_body);
+        const bool isClosed = lost.text().find('}') != std::string_view::npos;
+        if (isClosed && !lost.text().starts_with('}')) {
+            m_out.add(
+                "object-type-layout",
+                firstWord(textBefore(lost, '}')).range(),
+                "this is lost, for no ';' ends it",
+                "write ; behind it");
+        }
     }
 
     void readAttribute()
