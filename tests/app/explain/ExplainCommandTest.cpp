@@ -118,7 +118,7 @@ TEST(ExplainCommand, RefusesTimesThatAreNone)
 {
     for (const std::string time : {"soon", "1e99", "nan", "2000-13-01T00:00:00"}) {
         expectUsage(
-            kExplain + "--model InZone --to " + time,
+            std::string(kExplain).append("--model InZone --to ").append(time),
             "--to needs seconds from the first frame or a time such as 2026-05-04T10:00:00, not "
             "\"" +
                 time + "\"");

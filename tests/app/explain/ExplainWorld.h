@@ -8,6 +8,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -73,8 +74,8 @@ struct World
 
     WorldModel& model(const std::string& name);
     WorldZone& zone(const std::string& name);
-    // The person does everything so many frames later.
-    void delay(int person, int frames);
+    // The person does everything by so many frames later.
+    void delay(int person, int by);
     std::string text() const;
 };
 
@@ -85,7 +86,13 @@ struct WorldRecognition
     std::string objects;
     int frame = 0;
 
-    friend auto operator<=>(const WorldRecognition&, const WorldRecognition&) = default;
+    friend bool operator==(const WorldRecognition&, const WorldRecognition&) = default;
+
+    friend bool operator<(const WorldRecognition& one, const WorldRecognition& other)
+    {
+        return std::tie(one.model, one.objects, one.frame) <
+               std::tie(other.model, other.objects, other.frame);
+    }
 };
 
 // What came out of a world.

@@ -38,7 +38,7 @@ protected:
         setTime("c2", 2000, 3000);
     }
 
-    ~GaugeTest() override { CConstraint::m_allOperators.clear(); }
+    void TearDown() override { CConstraint::m_allOperators.clear(); }
 
     std::shared_ptr<CSAgent>& agent(const std::string& variable)
     {

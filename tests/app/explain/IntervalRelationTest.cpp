@@ -35,7 +35,7 @@ struct Times
     Times(int aStart, int aEnd, int bStart, int bEnd)
         : stamps{CSTimeStamp(0, 0, 100.0 * aStart), CSTimeStamp(0, 0, 100.0 * aEnd), CSTimeStamp(0, 0, 100.0 * bStart), CSTimeStamp(0, 0, 100.0 * bEnd)}
         , arguments{
-              CSPlainValue::interval(&stamps[0], &stamps[1]),
+              CSPlainValue::interval(stamps.data(), &stamps[1]),
               CSPlainValue::interval(&stamps[2], &stamps[3])}
     {
     }
