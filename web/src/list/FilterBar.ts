@@ -1,0 +1,118 @@
+import type { Report } from '../report';
+import { choice, element, labelled, button } from '../ui/dom';
+import { kNoFilter, type Filter } from './filter';
+
+const kTypingPause = 120;
+
+// The fields that limit the list.
+export class FilterBar {
+  readonly root: HTMLElement;
+  readonly search: HTMLInputElement;
+  private filter: Filter = { ...kNoFilter };
+  private readonly more: HTMLElement;
+  private readonly toggle: HTMLButtonElement;
+  private pause = 0;
+
+  constructor(
+    private readonly report: Report,
+    private readonly changed: (filter: Filter) => void,
+  ) {
+    this.search = element('input', {
+      class: 'search',
+      attributes: { type: 'search', placeholder: 'Search events (/)', 'aria-label': 'Search events' },
+    });
+    this.search.addEventListener('input', () => this.set({ words: this.search.value }));
+    this.more = element('div', { class: 'filters', attributes: { id: 'filters' } });
+    this.more.hidden = true;
+    this.toggle = button(
+      'Filter',
+      { class: 'quiet', attributes: { 'aria-expanded': 'false', 'aria-controls': 'filters' } },
+      () => this.setOpen(this.more.hidden),
+    );
+    this.root = element('div', { class: 'filter-bar' }, [this.search, this.toggle]);
+    this.fill();
+  }
+
+  // Stands below the bar.
+  get fields(): HTMLElement {
+    return this.more;
+  }
+
+  private setOpen(isOpen: boolean): void {
+    this.more.hidden = !isOpen;
+    this.toggle.setAttribute('aria-expanded', String(isOpen));
+  }
+
+  private set(part: Partial<Filter>): void {
+    this.filter = { ...this.filter, ...part };
+    const count = Object.entries(this.filter).filter(
+      ([key, value]) => key !== 'words' && value !== kNoFilter[key as keyof Filter],
+    ).length;
+    this.toggle.textContent = count > 0 ? `Filter (${count})` : 'Filter';
+    window.clearTimeout(this.pause);
+    this.pause = window.setTimeout(() => this.changed(this.filter), kTypingPause);
+  }
+
+  clear(): void {
+    this.filter = { ...kNoFilter };
+    this.search.value = '';
+    this.fill();
+    this.set({});
+  }
+
+  private fill(): void {
+    const { data } = this.report;
+    const zones = data.scene.objects.map((object, index): [string, string] => [String(index), object.name]);
+    const actors = data.actors.map((_, index): [string, string] => [
+      String(index),
+      this.report.actorName(index),
+    ]);
+    const named = (names: string[]): [string, string][] =>
+      names.map((name, index): [string, string] => [String(index), name]);
+    this.more.replaceChildren(
+      this.select('Model', 'All models', named(data.models.map(model => model.name)), 'model'),
+      this.select('Kind', 'All kinds', named(data.kinds), 'kind'),
+      this.select('Alarm from', 'Any', named(data.alarms), 'alarm'),
+      this.select('Actor', 'Everybody', actors, 'actor'),
+      this.select('Zone or thing', 'Any', zones, 'zone'),
+      this.timeField('From', 'from'),
+      this.timeField('To', 'to'),
+      this.lengthField('At least, s', 'shortest'),
+      this.lengthField('At most, s', 'longest'),
+      button('Clear filters', { class: 'quiet' }, () => this.clear()),
+    );
+  }
+
+  private select(
+    label: string,
+    all: string,
+    choices: [string, string][],
+    key: 'model' | 'kind' | 'alarm' | 'actor' | 'zone',
+  ): HTMLElement {
+    const field = choice(label, [['-1', all], ...choices], value => this.set({ [key]: Number(value) }));
+    return labelled(label, field);
+  }
+
+  private timeField(label: string, key: 'from' | 'to'): HTMLElement {
+    const field = element('input', {
+      attributes: { type: 'text', placeholder: 'hh:mm:ss or s', 'aria-label': label },
+    });
+    field.addEventListener('input', () => {
+      const time = this.report.clock.read(field.value);
+      field.setAttribute('aria-invalid', String(time === undefined && field.value.trim() !== ''));
+      this.set({ [key]: time });
+    });
+    return labelled(label, field);
+  }
+
+  private lengthField(label: string, key: 'shortest' | 'longest'): HTMLElement {
+    const field = element('input', {
+      attributes: { type: 'number', min: '0', step: 'any', 'aria-label': label },
+    });
+    field.addEventListener('input', () => {
+      const seconds = field.valueAsNumber;
+      this.set({ [key]: Number.isFinite(seconds) ? seconds * 1000 : undefined });
+    });
+    return labelled(label, field);
+  }
+}

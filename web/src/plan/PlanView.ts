@@ -1,0 +1,248 @@
+import type { Point } from '../data';
+import type { Report } from '../report';
+import type { Store } from '../store';
+import { Surface } from '../ui/canvas';
+import { readPalette, type Palette } from '../ui/colours';
+import { button, element } from '../ui/dom';
+import { isForPage, onDrag } from '../ui/drag';
+import { drawActors } from './drawActors';
+import { drawBackground, drawScaleBar, drawScene } from './drawScene';
+import { legend } from './legend';
+import { boxOf, fit, panned, zoomed, type Box, type Projection } from './projection';
+
+const kMargin = 28;
+const kWheelStep = 0.0015;
+const kPickRadius = 14;
+
+// The scene from above, with everybody who is in it at the time of the play bar.
+export class PlanView {
+  readonly root: HTMLElement;
+  private readonly surface: Surface;
+  private readonly box: Box;
+  private palette: Palette = readPalette();
+  private projection: Projection;
+  private fitScale = 1;
+  private isTouched = false;
+  private down: boolean;
+  private places: { actor: number; at: Point }[] = [];
+  private pinned = -1;
+  private picture: HTMLImageElement | undefined;
+
+  constructor(
+    private readonly report: Report,
+    private readonly store: Store,
+  ) {
+    this.down = report.data.scene.down;
+    this.box = boxOf(allPoints(report)) ?? { left: 0, right: 10, low: 0, high: 10 };
+    this.projection = fit(this.box, this.down, 100, 100, kMargin);
+    const stage = element('div', {
+      class: 'stage',
+      attributes: {
+        tabindex: '0',
+        role: 'application',
+        'aria-label': 'Plan of the scene. Arrow keys move it, plus and minus zoom, F fits it.',
+      },
+    });
+    this.root = element('section', { class: 'plan', attributes: { 'aria-label': 'Plan' } }, [
+      stage,
+      legend(report),
+      this.tools(),
+      ...this.notes(),
+    ]);
+    this.surface = new Surface(
+      stage,
+      context => this.paint(context),
+      () => this.resize(),
+    );
+    this.listen(stage);
+    this.loadPicture();
+    store.on(['time', 'selected', 'trail'], () => this.surface.redraw());
+    store.on(['theme'], () => this.refresh());
+  }
+
+  refresh(): void {
+    this.palette = readPalette();
+    this.surface.drawNow();
+  }
+
+  fit(): void {
+    this.isTouched = false;
+    this.resize();
+    this.surface.redraw();
+  }
+
+  mirror(): void {
+    this.down = !this.down;
+    this.projection = { ...this.projection, down: this.down };
+    this.surface.redraw();
+  }
+
+  private tools(): HTMLElement {
+    const tool = (text: string, label: string, act: () => void): HTMLElement =>
+      button(text, { class: 'tool', title: label, attributes: { 'aria-label': label } }, act);
+    return element(
+      'div',
+      { class: 'plan-tools', attributes: { role: 'group', 'aria-label': 'Plan tools' } },
+      [
+        tool('+', 'Zoom in', () => this.zoom(1.4)),
+        tool('−', 'Zoom out', () => this.zoom(1 / 1.4)),
+        tool('⤢', 'Fit the plan (F)', () => this.fit()),
+        tool('⇅', 'Turn the plan upside down (M)', () => this.mirror()),
+      ],
+    );
+  }
+
+  private notes(): HTMLElement[] {
+    const missing: string[] = [];
+    if (this.report.data.scene.objects.length === 0) {
+      missing.push('The scene has no zones, walls or equipment.');
+    }
+    if (this.report.data.actors.length === 0) {
+      missing.push('Nobody was tracked.');
+    } else if (this.report.tracks.length === 0) {
+      missing.push('There are no tracks to draw.');
+    }
+    return missing.length > 0 ? [element('p', { class: 'plan-note', text: missing.join(' ') })] : [];
+  }
+
+  private loadPicture(): void {
+    const { background } = this.report.data.scene;
+    if (background) {
+      const picture = new Image();
+      picture.addEventListener('load', () => {
+        this.picture = picture;
+        this.surface.redraw();
+      });
+      picture.src = background.image;
+    }
+  }
+
+  private listen(stage: HTMLElement): void {
+    onDrag(stage, {
+      move: (dx, dy) => {
+        this.isTouched = true;
+        this.projection = panned(this.projection, dx, dy);
+        this.surface.redraw();
+      },
+      click: event => {
+        const bounds = stage.getBoundingClientRect();
+        this.pick([event.clientX - bounds.left, event.clientY - bounds.top]);
+      },
+    });
+    stage.addEventListener(
+      'wheel',
+      event => {
+        if (!isForPage(event)) {
+          event.preventDefault();
+          this.zoom(Math.exp(-event.deltaY * kWheelStep), [event.offsetX, event.offsetY]);
+        }
+      },
+      { passive: false },
+    );
+    stage.addEventListener('keydown', event => this.key(event));
+  }
+
+  private key(event: KeyboardEvent): void {
+    const steps: Record<string, Point> = {
+      ArrowLeft: [40, 0],
+      ArrowRight: [-40, 0],
+      ArrowUp: [0, 40],
+      ArrowDown: [0, -40],
+    };
+    const step = steps[event.key];
+    if (step) {
+      this.isTouched = true;
+      this.projection = panned(this.projection, step[0], step[1]);
+      this.surface.redraw();
+    } else if (event.key === '+' || event.key === '=') {
+      this.zoom(1.25);
+    } else if (event.key === '-') {
+      this.zoom(0.8);
+    } else {
+      return;
+    }
+    event.preventDefault();
+    event.stopPropagation();
+  }
+
+  private zoom(factor: number, at?: Point): void {
+    this.isTouched = true;
+    const { width, height } = this.projection;
+    this.projection = zoomed(this.projection, factor, at ?? [width / 2, height / 2], this.fitScale);
+    this.surface.redraw();
+  }
+
+  // A click on somebody keeps the highlight there; one beside lets it go.
+  private pick(at: Point): void {
+    let best = kPickRadius;
+    this.pinned = -1;
+    for (const { actor, at: place } of this.places) {
+      const distance = Math.hypot(place[0] - at[0], place[1] - at[1]);
+      if (distance < best) {
+        best = distance;
+        this.pinned = actor;
+      }
+    }
+    this.surface.redraw();
+  }
+
+  private resize(): void {
+    const { width, height } = this.surface;
+    const fitting = fit(this.box, this.down, width, height, kMargin);
+    this.fitScale = fitting.scale;
+    this.projection = this.isTouched ? { ...this.projection, width, height } : fitting;
+  }
+
+  private paint(context: CanvasRenderingContext2D): void {
+    const { palette, projection } = this;
+    const { scene } = this.report.data;
+    const marked = this.marked();
+    context.fillStyle = palette.sunken;
+    context.fillRect(0, 0, projection.width, projection.height);
+    if (this.picture && scene.background) {
+      drawBackground(context, this.picture, scene.background.placement, projection);
+    }
+    drawScene(context, scene.objects, { palette, projection, highlighted: marked.scene });
+    this.places = drawActors(context, this.report, {
+      palette,
+      projection,
+      time: this.store.state.time,
+      trail: this.store.state.trail,
+      highlighted: marked.actors,
+    });
+    drawScaleBar(context, projection, palette, scene.unit);
+  }
+
+  private marked(): { actors: Set<number>; scene: Set<number> } {
+    const actors = new Set<number>(this.pinned >= 0 ? [this.pinned] : []);
+    const scene = new Set<number>();
+    const { selected } = this.store.state;
+    if (selected >= 0) {
+      for (const participant of this.report.participants(selected)) {
+        if (participant.kind === 'actor') {
+          actors.add(participant.index);
+        } else if (participant.kind === 'scene') {
+          scene.add(participant.index);
+        }
+      }
+    }
+    return { actors, scene };
+  }
+}
+
+function* allPoints(report: Report): Generator<Point> {
+  for (const { shape } of report.data.scene.objects) {
+    yield* shape;
+  }
+  const { background } = report.data.scene;
+  if (background) {
+    const [left, low, right, high] = background.placement;
+    yield [left, low];
+    yield [right, high];
+  }
+  for (const track of report.tracks) {
+    for (let i = 0; i < track.t.length; i += 1) {
+      yield [track.x[i] as number, track.y[i] as number];
+    }
+  }
+}

@@ -1,0 +1,52 @@
+import type { Report } from './report';
+import type { Store } from './store';
+import { durationText } from './time';
+import { applyTheme } from './ui/theme';
+import { element } from './ui/dom';
+
+const kMostRows = 500;
+
+// On paper the colours are light, and the list is a plain table of what is shown.
+export function preparePrint(report: Report, store: Store, refresh: () => void): HTMLElement {
+  const root = element('section', { class: 'print-list' });
+  window.addEventListener('beforeprint', () => {
+    applyTheme('light');
+    refresh();
+    root.replaceChildren(element('h2', { text: 'Events' }), table(report, store.state.shown));
+  });
+  window.addEventListener('afterprint', () => {
+    applyTheme(store.state.theme);
+    refresh();
+    root.replaceChildren();
+  });
+  return root;
+}
+
+function table(report: Report, shown: Int32Array): HTMLElement {
+  const head = element(
+    'tr',
+    {},
+    ['Begin', 'Lasts', 'Model', 'Who', 'Alarm', 'Confidence'].map(text =>
+      element('th', { text, attributes: { scope: 'col' } }),
+    ),
+  );
+  const rows = Array.from(shown.subarray(0, kMostRows), event =>
+    element(
+      'tr',
+      {},
+      [
+        report.clock.exact(report.begin(event)),
+        durationText(report.duration(event)),
+        report.model(event).name,
+        report.bindings(event),
+        report.alarmName(report.alarm(event)),
+        String(report.data.events.confidence[event] ?? 0),
+      ].map(text => element('td', { text })),
+    ),
+  );
+  const rest = shown.length - rows.length;
+  return element('div', {}, [
+    element('table', {}, [element('thead', {}, [head]), element('tbody', {}, rows)]),
+    ...(rest > 0 ? [element('p', { text: `… and ${rest.toLocaleString('en')} more.` })] : []),
+  ]);
+}

@@ -1,0 +1,464 @@
+import type { Report } from '../report';
+import type { Store } from '../store';
+import { tickStep } from '../time';
+import { Surface, fitted } from '../ui/canvas';
+import { readPalette, type Palette } from '../ui/colours';
+import { element } from '../ui/dom';
+import { isForPage, onDrag } from '../ui/drag';
+import { drawLine } from './drawLanes';
+import { drawLinks, type Placed } from './drawLinks';
+import { buildGroups, foldedAtFirst, laneRange, type LaneGroup } from './lanes';
+import { barPlace, layOut, lineAt, totalHeight, type Line } from './layout';
+import { pannedSpan, showing, whole, zoomedSpan, type Span } from './span';
+import { Tooltip } from './tooltip';
+
+const kAxis = 26;
+const kRightEdge = 8;
+const kWheelStep = 0.002;
+const kFont = '12px system-ui, sans-serif';
+const kReach = 3;
+
+// All events over time, a lane for each model and each actor.
+export class TimelineView {
+  readonly root: HTMLElement;
+  private readonly surface: Surface;
+  private readonly tooltip: Tooltip;
+  private readonly groups: LaneGroup[];
+  private readonly folded: Set<string>;
+  private readonly opened = new Set<string>();
+  private lines: Line[] = [];
+  private top = 0;
+  private gutter = 190;
+  private isScrubbing = false;
+  private palette: Palette = readPalette();
+
+  constructor(
+    private readonly report: Report,
+    private readonly store: Store,
+  ) {
+    this.groups = buildGroups(report);
+    this.folded = foldedAtFirst(this.groups);
+    this.tooltip = new Tooltip(report);
+    const stage = element('div', {
+      class: 'stage',
+      attributes: {
+        tabindex: '0',
+        role: 'application',
+        'aria-label':
+          'Timeline of events; the list of events says the same as text. Arrow keys move it, plus and minus zoom.',
+      },
+    });
+    this.root = element('section', { class: 'timeline', attributes: { 'aria-label': 'Timeline' } }, [
+      stage,
+      this.tooltip.root,
+    ]);
+    this.surface = new Surface(
+      stage,
+      context => this.paint(context),
+      () => this.resize(),
+    );
+    this.relayOut();
+    this.listen(stage);
+    store.on(['time', 'from', 'to', 'isShown'], () => this.surface.redraw());
+    store.on(['selected'], state => this.reveal(state.selected));
+    store.on(['theme'], () => this.refresh());
+  }
+
+  refresh(): void {
+    this.palette = readPalette();
+    this.surface.drawNow();
+  }
+
+  zoom(factor: number, at = this.store.state.time): void {
+    const { from, to } = this.store.state;
+    const centre = at >= from && at <= to ? at : (from + to) / 2;
+    this.setSpan(zoomedSpan({ from, to }, factor, centre, this.report.end));
+  }
+
+  showWhole(): void {
+    this.setSpan(whole(this.report.end));
+  }
+
+  // Fills the view with the event and a little before and after it.
+  showEvent(event: number): void {
+    const room = Math.max(this.report.duration(event) * 0.5, 500);
+    const from = this.report.begin(event) - room;
+    const to = this.report.eventEnd(event) + room;
+    this.setSpan(zoomedSpan({ from, to }, 1, (from + to) / 2, this.report.end));
+  }
+
+  private setSpan(span: Span): void {
+    this.store.set(span);
+  }
+
+  private relayOut(): void {
+    this.lines = layOut(this.groups, this.folded, this.opened);
+    this.scrollTo(this.top);
+  }
+
+  private resize(): void {
+    this.gutter = Math.min(220, Math.max(110, this.surface.width * 0.16));
+    this.scrollTo(this.top);
+  }
+
+  private scrollTo(top: number): void {
+    const room = totalHeight(this.lines) - (this.surface.height - kAxis);
+    this.top = Math.max(0, Math.min(top, room));
+    this.surface.redraw();
+  }
+
+  private get plotWidth(): number {
+    return Math.max(1, this.surface.width - this.gutter - kRightEdge);
+  }
+
+  private xOf(time: number): number {
+    const { from, to } = this.store.state;
+    return this.gutter + ((time - from) / (to - from)) * this.plotWidth;
+  }
+
+  private timeAt(x: number): number {
+    const { from, to } = this.store.state;
+    return from + ((x - this.gutter) / this.plotWidth) * (to - from);
+  }
+
+  private listen(stage: HTMLElement): void {
+    onDrag(stage, {
+      start: event => {
+        this.isScrubbing = event.offsetY < kAxis && event.offsetX > this.gutter;
+        if (this.isScrubbing) {
+          this.scrub(event.offsetX);
+        }
+      },
+      move: (dx, dy, event) => {
+        this.tooltip.hide();
+        if (this.isScrubbing) {
+          this.scrub(event.clientX - stage.getBoundingClientRect().left);
+          return;
+        }
+        const { from, to } = this.store.state;
+        this.setSpan(pannedSpan({ from, to }, (-dx / this.plotWidth) * (to - from), this.report.end));
+        this.scrollTo(this.top - dy);
+      },
+      click: event => this.click(event.offsetX, event.offsetY),
+    });
+    stage.addEventListener('pointermove', event => {
+      if (event.buttons === 0) {
+        this.hover(event);
+      }
+    });
+    stage.addEventListener('pointerleave', () => this.tooltip.hide());
+    stage.addEventListener('wheel', event => this.wheel(event), { passive: false });
+    stage.addEventListener('keydown', event => this.key(event));
+  }
+
+  private scrub(x: number): void {
+    this.store.set({ time: Math.max(0, Math.min(this.timeAt(x), this.report.end)) });
+  }
+
+  // Over the names the wheel moves the lanes, over the bars it zooms in time; sideways and with shift it moves in time.
+  private wheel(event: WheelEvent): void {
+    if (isForPage(event)) {
+      return;
+    }
+    event.preventDefault();
+    this.tooltip.hide();
+    const { from, to } = this.store.state;
+    const sideways = event.shiftKey ? event.deltaY || event.deltaX : event.deltaX;
+    if (sideways !== 0) {
+      this.setSpan(pannedSpan({ from, to }, (sideways / this.plotWidth) * (to - from), this.report.end));
+    } else if (event.offsetX < this.gutter) {
+      this.scrollTo(this.top + event.deltaY);
+    } else {
+      const at = this.timeAt(event.offsetX);
+      this.setSpan(zoomedSpan({ from, to }, Math.exp(-event.deltaY * kWheelStep), at, this.report.end));
+    }
+  }
+
+  private key(event: KeyboardEvent): void {
+    const { from, to } = this.store.state;
+    const step = (to - from) * 0.1;
+    switch (event.key) {
+      case 'ArrowLeft':
+        this.setSpan(pannedSpan({ from, to }, -step, this.report.end));
+        break;
+      case 'ArrowRight':
+        this.setSpan(pannedSpan({ from, to }, step, this.report.end));
+        break;
+      case 'ArrowUp':
+        this.scrollTo(this.top - 44);
+        break;
+      case 'ArrowDown':
+        this.scrollTo(this.top + 44);
+        break;
+      default:
+        return;
+    }
+    event.preventDefault();
+    event.stopPropagation();
+  }
+
+  private click(x: number, y: number): void {
+    if (y < kAxis) {
+      return;
+    }
+    const line = lineAt(this.lines, y - kAxis + this.top);
+    if (x < this.gutter) {
+      this.toggle(line);
+      return;
+    }
+    const event = this.eventAt(x, y);
+    if (event >= 0) {
+      this.store.set({ selected: event, time: this.report.begin(event) });
+    } else if (line?.kind === 'group') {
+      this.toggle(line);
+    } else {
+      this.store.set({ selected: -1 });
+      this.scrub(x);
+    }
+  }
+
+  private toggle(line: Line | undefined): void {
+    if (!line) {
+      return;
+    }
+    const keys = line.kind === 'group' ? this.folded : this.opened;
+    const key = line.kind === 'group' ? line.group.key : line.lane.key;
+    if (!keys.delete(key)) {
+      keys.add(key);
+    }
+    this.relayOut();
+  }
+
+  toggleAll(): void {
+    if (this.folded.size > 0) {
+      this.folded.clear();
+    } else {
+      this.groups.forEach(group => this.folded.add(group.key));
+    }
+    this.relayOut();
+  }
+
+  private hover(event: PointerEvent): void {
+    const found =
+      event.offsetY > kAxis && event.offsetX > this.gutter ? this.eventAt(event.offsetX, event.offsetY) : -1;
+    if (found >= 0) {
+      this.tooltip.show(found, event.clientX, event.clientY);
+    } else {
+      this.tooltip.hide();
+    }
+  }
+
+  // The shortest event under the pointer, for it would be hard to hit otherwise.
+  private eventAt(x: number, y: number): number {
+    const height = y - kAxis + this.top;
+    const line = lineAt(this.lines, height);
+    if (!line || (line.kind === 'group' && line.isOpen)) {
+      return -1;
+    }
+    let best = -1;
+    for (const lane of line.kind === 'group' ? line.group.lanes : [line.lane]) {
+      const [first, last] = laneRange(this.report, lane, this.timeAt(x - kReach), this.timeAt(x + kReach));
+      for (let position = first; position < last; position += 1) {
+        const event = lane.events[position] as number;
+        const place = barPlace(line, position);
+        const isInRow = !line.isOpen || (height >= place.top - 1 && height <= place.top + place.height + 1);
+        const isInTime = this.xOf(this.report.eventEnd(event)) >= x - kReach;
+        if (isInRow && isInTime && (best < 0 || this.report.duration(event) < this.report.duration(best))) {
+          best = event;
+        }
+      }
+    }
+    return best;
+  }
+
+  private reveal(event: number): void {
+    if (event >= 0) {
+      const { from, to } = this.store.state;
+      this.setSpan(
+        showing({ from, to }, this.report.begin(event), this.report.eventEnd(event), this.report.end),
+      );
+      const line = this.lineOf(event);
+      const room = this.surface.height - kAxis;
+      if (line && (line.top < this.top || line.top + line.height > this.top + room)) {
+        this.scrollTo(line.top - room / 3);
+      }
+    }
+    this.surface.redraw();
+  }
+
+  // The lane of the event's model, or its group's line while that is folded.
+  private lineOf(event: number): Line | undefined {
+    const key = `model ${this.report.data.events.model[event] as number}`;
+    return this.lines.find(line =>
+      line.kind === 'lane'
+        ? line.lane.key === key
+        : !line.isOpen && line.group.lanes.some(lane => lane.key === key),
+    );
+  }
+
+  private placeOf(event: number): Placed | undefined {
+    const line = this.lineOf(event);
+    if (!line) {
+      return undefined;
+    }
+    const position = line.kind === 'lane' && line.isOpen ? line.lane.events.indexOf(event) : 0;
+    const { top, height } = barPlace(line, position);
+    const left = this.xOf(this.report.begin(event));
+    return {
+      left,
+      right: Math.max(left + 2, this.xOf(this.report.eventEnd(event))),
+      middle: top + height / 2,
+      height,
+    };
+  }
+
+  private paint(context: CanvasRenderingContext2D): void {
+    const { width, height } = this.surface;
+    context.fillStyle = this.palette.surface;
+    context.fillRect(0, 0, width, height);
+    this.paintAxis(context);
+    context.save();
+    context.beginPath();
+    context.rect(0, kAxis, width, height - kAxis);
+    context.clip();
+    context.translate(0, kAxis - this.top);
+    this.paintLines(context);
+    context.restore();
+    this.paintCursor(context);
+  }
+
+  private visibleLines(): Line[] {
+    const bottom = this.top + this.surface.height - kAxis;
+    return this.lines.filter(line => line.top + line.height > this.top && line.top < bottom);
+  }
+
+  private paintLines(context: CanvasRenderingContext2D): void {
+    const { width } = this.surface;
+    const visible = this.visibleLines();
+    context.save();
+    context.beginPath();
+    context.rect(this.gutter, this.top, width - this.gutter, this.surface.height);
+    context.clip();
+    const look = {
+      palette: this.palette,
+      report: this.report,
+      state: this.store.state,
+      left: this.gutter,
+      right: width,
+      xOf: (time: number): number => this.xOf(time),
+    };
+    for (const line of visible) {
+      this.paintRule(context, line);
+      drawLine(context, line, look);
+    }
+    if (this.store.state.selected >= 0) {
+      drawLinks(context, {
+        palette: this.palette,
+        report: this.report,
+        selected: this.store.state.selected,
+        place: event => this.placeOf(event),
+      });
+    }
+    context.restore();
+    visible.forEach(line => this.paintName(context, line));
+    context.fillStyle = this.palette.line;
+    context.fillRect(this.gutter - 1, this.top, 1, this.surface.height);
+  }
+
+  private paintRule(context: CanvasRenderingContext2D, line: Line): void {
+    if (line.kind === 'group') {
+      context.fillStyle = this.palette.sunken;
+      context.fillRect(0, line.top, this.surface.width, line.height);
+    } else {
+      context.fillStyle = this.palette.line;
+      context.globalAlpha = 0.6;
+      context.fillRect(0, line.top + line.height - 1, this.surface.width, 1);
+      context.globalAlpha = 1;
+    }
+  }
+
+  private paintName(context: CanvasRenderingContext2D, line: Line): void {
+    const isGroup = line.kind === 'group';
+    const middle = line.top + Math.min(line.height, 26) / 2;
+    context.fillStyle = isGroup ? this.palette.sunken : this.palette.surface;
+    context.fillRect(0, line.top, this.gutter - 1, line.height - (isGroup ? 0 : 1));
+    context.textBaseline = 'middle';
+    context.font = isGroup ? `600 ${kFont}` : kFont;
+    const count = isGroup ? String(line.group.lanes.length) : String(line.lane.events.length);
+    context.textAlign = 'right';
+    context.fillStyle = this.palette.muted;
+    context.fillText(count, this.gutter - 10, middle);
+    const countWidth = context.measureText(count).width;
+    if (isGroup || line.lane.rows > 1) {
+      chevron(context, isGroup ? 12 : 22, middle, line.isOpen, this.palette.muted);
+    }
+    const left = isGroup ? 22 : 32;
+    context.textAlign = 'left';
+    context.fillStyle = isGroup || line.lane.events.length > 0 ? this.palette.ink : this.palette.muted;
+    const label = isGroup ? line.group.label : line.lane.label;
+    context.fillText(fitted(context, label, this.gutter - left - countWidth - 20), left, middle);
+  }
+
+  private paintAxis(context: CanvasRenderingContext2D): void {
+    const { from, to } = this.store.state;
+    const { clock } = this.report;
+    const { palette } = this;
+    const step = tickStep(to - from, this.plotWidth / 92);
+    context.font = kFont;
+    context.textBaseline = 'middle';
+    context.textAlign = 'left';
+    context.fillStyle = palette.muted;
+    context.fillText(fitted(context, clock.date(Math.max(0, from)), this.gutter - 24), 12, kAxis / 2);
+    context.textAlign = 'center';
+    for (const time of clock.ticks(from, to, step)) {
+      const x = this.xOf(time);
+      context.fillStyle = palette.line;
+      context.fillRect(x, kAxis - 5, 1, this.surface.height);
+      const label = clock.tick(time, step);
+      const half = context.measureText(label).width / 2;
+      if (x - half > this.gutter && x + half < this.surface.width) {
+        context.fillStyle = palette.muted;
+        context.fillText(label, x, kAxis / 2 - 1);
+      }
+    }
+    context.fillStyle = palette.line;
+    context.fillRect(0, kAxis - 1, this.surface.width, 1);
+  }
+
+  private paintCursor(context: CanvasRenderingContext2D): void {
+    const x = this.xOf(this.store.state.time);
+    if (x < this.gutter || x > this.surface.width) {
+      return;
+    }
+    context.fillStyle = this.palette.accent;
+    context.fillRect(x - 0.75, kAxis - 8, 1.5, this.surface.height);
+    context.beginPath();
+    context.moveTo(x - 5, kAxis - 10);
+    context.lineTo(x + 5, kAxis - 10);
+    context.lineTo(x, kAxis - 3);
+    context.closePath();
+    context.fill();
+  }
+}
+
+function chevron(
+  context: CanvasRenderingContext2D,
+  x: number,
+  y: number,
+  isOpen: boolean,
+  colour: string,
+): void {
+  context.strokeStyle = colour;
+  context.lineWidth = 1.5;
+  context.beginPath();
+  if (isOpen) {
+    context.moveTo(x - 4, y - 2);
+    context.lineTo(x, y + 2);
+    context.lineTo(x + 4, y - 2);
+  } else {
+    context.moveTo(x - 2, y - 4);
+    context.lineTo(x + 2, y);
+    context.lineTo(x - 2, y + 4);
+  }
+  context.stroke();
+}

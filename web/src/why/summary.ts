@@ -1,0 +1,90 @@
+import type { ConfidenceMiss, NearMiss, WhyNotBin } from '../data';
+
+export interface ConstraintSum {
+  text: string;
+  firstFalse: number;
+  nearest: NearMiss | undefined;
+}
+
+export interface WhyNotSum {
+  candidates: number;
+  cutFrames: number;
+  constraints: ConstraintSum[];
+  nearest: NearMiss | undefined;
+  confidence: ConfidenceMiss | undefined;
+}
+
+type Bins = (WhyNotBin | null)[];
+
+// Bins whose middle lies in a span of time; at least the one in which the span's middle lies.
+export function binsIn(from: number, to: number, binWidth: number, count: number): [number, number] {
+  const clamp = (bin: number): number => Math.max(0, Math.min(bin, count - 1));
+  const first = Math.max(0, Math.ceil(from / binWidth - 0.5));
+  const last = clamp(Math.floor(to / binWidth - 0.5));
+  if (first <= last) {
+    return [first, last + 1];
+  }
+  const middle = clamp(Math.floor((from + to) / 2 / binWidth));
+  return [middle, middle + 1];
+}
+
+// Adds up the bins from first to before last: counts are sums, near misses the nearest of them.
+export function summed(bins: Bins, texts: string[], first: number, last: number): WhyNotSum {
+  const sum: WhyNotSum = {
+    candidates: 0,
+    cutFrames: 0,
+    constraints: texts.map(text => ({ text, firstFalse: 0, nearest: undefined })),
+    nearest: undefined,
+    confidence: undefined,
+  };
+  for (const bin of bins.slice(first, last)) {
+    if (bin) {
+      add(sum, bin);
+    }
+  }
+  return sum;
+}
+
+function add(sum: WhyNotSum, bin: WhyNotBin): void {
+  sum.candidates += bin.candidates;
+  sum.cutFrames += bin.cut_frames ?? 0;
+  sum.nearest = nearer(sum.nearest, bin.nearest, rank);
+  sum.confidence = joined(sum.confidence, bin.confidence);
+  (bin.constraints ?? []).forEach((constraint, i) => {
+    const known = sum.constraints[i];
+    if (known) {
+      known.firstFalse += constraint.first_false;
+      known.nearest = nearer(known.nearest, constraint.nearest, margin);
+    }
+  });
+}
+
+function joined(a: ConfidenceMiss | undefined, b: ConfidenceMiss | undefined): ConfidenceMiss | undefined {
+  if (!a || !b) {
+    return a ?? b;
+  }
+  return { ...a, times: a.times + b.times, confidence: Math.max(a.confidence, b.confidence) };
+}
+
+// The miss whose measure is smaller, number by number; of equal ones the earlier.
+function nearer(
+  a: NearMiss | undefined,
+  b: NearMiss | undefined,
+  measure: (miss: NearMiss) => number[],
+): NearMiss | undefined {
+  if (!a || !b) {
+    return a ?? b;
+  }
+  const first = measure(a);
+  const second = measure(b);
+  const at = first.findIndex((value, i) => value !== second[i]);
+  return at >= 0 && (second[at] ?? Infinity) < (first[at] as number) ? b : a;
+}
+
+function rank(miss: NearMiss): number[] {
+  return miss.rank ?? [miss.false.length];
+}
+
+function margin(miss: NearMiss): number[] {
+  return [miss.false[0]?.margin ?? Infinity];
+}
