@@ -14,11 +14,13 @@ import { Announcer } from './ui/announcer';
 import { button, element } from './ui/dom';
 import { Help } from './ui/help';
 import { listen } from './ui/keyboard';
+import { splitter } from './ui/splitter';
 import { Tabs } from './ui/tabs';
 import { preferredTheme, applyTheme, ThemeSwitch } from './ui/theme';
 import { WhyView } from './why/WhyView';
 
 const kTrail = 10_000;
+const kTimelineShare = 40;
 
 // Puts the views together.
 export function buildPage({ report, problems, loadWhy }: LoadedReport): HTMLElement {
@@ -60,10 +62,7 @@ export function buildPage({ report, problems, loadWhy }: LoadedReport): HTMLElem
   const shortcuts = shortcutsOf(views);
   const help = new Help(shortcuts);
   listen(shortcuts);
-  const printed = preparePrint(report, store, () => {
-    plan.refresh();
-    timeline.refresh();
-  });
+  const printed = preparePrint(report, store, plan, timeline);
   const announcer = new Announcer(report, store);
   return element('div', { class: 'page' }, [
     element('header', {}, [
@@ -73,14 +72,21 @@ export function buildPage({ report, problems, loadWhy }: LoadedReport): HTMLElem
       button('Keys', { class: 'quiet', title: 'Keyboard and pointer (?)' }, () => help.open()),
     ]),
     ...problems.map(text => element('p', { class: 'problem', text, attributes: { role: 'alert' } })),
-    element('main', {}, [
-      element('div', { class: 'left' }, [plan.root, new PlayBar(report, store, player).root]),
-      element('div', { class: 'right' }, [announcer.root, tabs.root]),
-      timeline.root,
-      printed,
-    ]),
+    mainOf(
+      [
+        element('div', { class: 'left' }, [plan.root, new PlayBar(report, store, player).root]),
+        element('div', { class: 'right' }, [announcer.root, tabs.root]),
+      ],
+      [timeline.root, printed],
+    ),
     help.root,
   ]);
+}
+
+function mainOf(upper: HTMLElement[], lower: HTMLElement[]): HTMLElement {
+  const main = element('main');
+  main.append(...upper, splitter(main, 'Height of the timeline', kTimelineShare), ...lower);
+  return main;
 }
 
 function factsOf(report: LoadedReport['report']): string {

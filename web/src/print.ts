@@ -1,22 +1,32 @@
+import type { PlanView } from './plan/PlanView';
 import type { Report } from './report';
 import type { Store } from './store';
 import { durationText } from './time';
+import type { TimelineView } from './timeline/TimelineView';
 import { applyTheme } from './ui/theme';
 import { element } from './ui/dom';
 
 const kMostRows = 500;
+const kPaper = { width: 900, plan: 500, timeline: 1200 };
 
 // On paper the colours are light, and the list is a plain table of what is shown.
-export function preparePrint(report: Report, store: Store, refresh: () => void): HTMLElement {
+export function preparePrint(
+  report: Report,
+  store: Store,
+  plan: PlanView,
+  timeline: TimelineView,
+): HTMLElement {
   const root = element('section', { class: 'print-list' });
   window.addEventListener('beforeprint', () => {
     applyTheme('light');
-    refresh();
+    plan.layOnPaper(kPaper.width, kPaper.plan);
+    timeline.layOnPaper(kPaper.width, kPaper.timeline);
     root.replaceChildren(element('h2', { text: 'Events' }), table(report, store.state.shown));
   });
   window.addEventListener('afterprint', () => {
     applyTheme(store.state.theme);
-    refresh();
+    plan.layOnScreen();
+    timeline.layOnScreen();
     root.replaceChildren();
   });
   return root;

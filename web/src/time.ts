@@ -79,7 +79,7 @@ export function durationText(milliseconds: number): string {
   const sign = milliseconds < 0 ? '−' : '';
   if (length < kMinute) {
     const seconds = length / kSecond;
-    return `${sign}${trimmed(seconds, seconds < 1 ? 3 : 2)} s`;
+    return `${sign}${trimmed(seconds, seconds < 1 ? 3 : seconds < 10 ? 2 : 1)} s`;
   }
   const whole = Math.round(length / kSecond);
   if (length < kHour) {

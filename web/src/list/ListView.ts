@@ -27,7 +27,6 @@ export class ListView {
   private readonly count = element('span', { class: 'count', attributes: { 'aria-live': 'polite' } });
   private readonly grid: HTMLElement;
   private readonly body: HTMLElement;
-  private readonly scroller: HTMLElement;
   private readonly headers = new Map<Column, HTMLElement>();
   private readonly empty = element('p', { class: 'empty' });
   private filter: Filter = kNoFilter;
@@ -43,11 +42,10 @@ export class ListView {
       this.update();
     });
     this.body = element('div', { class: 'rows', attributes: { role: 'rowgroup' } });
-    this.scroller = element('div', { class: 'scroller', attributes: { role: 'presentation' } }, [this.body]);
     this.grid = element(
       'div',
       { class: 'grid', attributes: { role: 'grid', tabindex: '0', 'aria-label': 'Events' } },
-      [this.header(), this.scroller],
+      [this.header(), this.body],
     );
     this.root = element('div', { class: 'list' }, [
       element('div', { class: 'list-tools' }, [
@@ -60,9 +58,9 @@ export class ListView {
       this.grid,
       this.empty,
     ]);
-    this.scroller.addEventListener('scroll', () => this.renderRows());
+    this.grid.addEventListener('scroll', () => this.renderRows());
     this.grid.addEventListener('keydown', event => this.key(event));
-    new ResizeObserver(() => this.renderRows()).observe(this.scroller);
+    new ResizeObserver(() => this.renderRows()).observe(this.grid);
     store.on(['selected'], state => this.showSelected(state.selected));
     this.update();
   }
@@ -132,10 +130,14 @@ export class ListView {
     this.renderRows();
   }
 
+  // The head stays on top of the rows.
+  private get roomForRows(): number {
+    return Math.max(0, this.grid.clientHeight - kRowHeight);
+  }
+
   private renderRows(): void {
     const { shown, selected } = this.store.state;
-    const { scrollTop, clientHeight } = this.scroller;
-    const { first, last } = rowsInView(scrollTop, clientHeight, kRowHeight, shown.length);
+    const { first, last } = rowsInView(this.grid.scrollTop, this.roomForRows, kRowHeight, shown.length);
     const rows: HTMLElement[] = [];
     for (let row = first; row < last; row += 1) {
       rows.push(this.row(shown[row] as number, row, selected));
@@ -152,7 +154,7 @@ export class ListView {
       text: level < 0 ? '–' : report.alarmName(level),
     });
     const texts: Record<Column, string | Node> = {
-      begin: report.clock.exact(report.begin(event)),
+      begin: report.clock.exact(report.begin(event)).slice(0, -2),
       duration: durationText(report.duration(event)),
       model: report.model(event).name,
       objects: report.bindings(event),
@@ -188,14 +190,13 @@ export class ListView {
   private showSelected(event: number): void {
     const row = this.rowOf.get(event);
     if (row !== undefined) {
-      const { scrollTop, clientHeight } = this.scroller;
-      this.scroller.scrollTop = scrollFor(row, scrollTop, clientHeight, kRowHeight);
+      this.grid.scrollTop = scrollFor(row, this.grid.scrollTop, this.roomForRows, kRowHeight);
     }
     this.renderRows();
   }
 
   private key(event: KeyboardEvent): void {
-    const page = Math.max(1, Math.floor(this.scroller.clientHeight / kRowHeight) - 1);
+    const page = Math.max(1, Math.floor(this.roomForRows / kRowHeight) - 1);
     const { length } = this.store.state.shown;
     const steps: Record<string, number> = {
       ArrowDown: 1,

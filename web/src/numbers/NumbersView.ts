@@ -2,7 +2,7 @@ import type uPlot from 'uplot';
 import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText, trimmed } from '../time';
-import { readPalette } from '../ui/colours';
+import { readPalette, type Palette } from '../ui/colours';
 import { choice, element } from '../ui/dom';
 import { lengthChart, timeChart } from './charts';
 import { actorsOverTime, binWidth, countsOfModels, eventsPerBin, histogram, median } from './count';
@@ -114,7 +114,7 @@ export class NumbersView {
     }
     this.charts.forEach(chart => chart.destroy());
     this.charts = [];
-    const look = { palette: readPalette(), width };
+    const look = { palette: readPalette(), width, end: this.report.end };
     const { clock } = this.report;
     const bins = eventsPerBin(this.report, this.model, binWidth(this.report.end));
     this.charts.push(timeChart(this.events, [bins.times, bins.values], clock, 'bars', look));
@@ -131,7 +131,7 @@ export class NumbersView {
     this.drawDwell(look);
   }
 
-  private drawDwell(look: { palette: ReturnType<typeof readPalette>; width: number }): void {
+  private drawDwell(look: { palette: Palette; width: number }): void {
     const zone = this.zones[this.zone];
     if (!zone) {
       this.dwellFacts.textContent = 'The scene has no zones.';
@@ -151,7 +151,8 @@ export class NumbersView {
       `median ${durationText(median(lengths))}, mean ${durationText(total / lengths.length)}, in all ${durationText(total)}`;
     const { edges, counts } = histogram(lengths);
     const middles = counts.map((_, i) => ((edges[i] as number) + (edges[i + 1] as number)) / 2);
-    this.charts.push(lengthChart(this.dwell, [middles, counts], look));
+    const end = edges[edges.length - 1] ?? 1;
+    this.charts.push(lengthChart(this.dwell, [middles, counts], { ...look, end }));
     this.dwell.setAttribute('aria-label', `Lengths of stays in ${zone.name}: ${this.dwellFacts.textContent}`);
   }
 }

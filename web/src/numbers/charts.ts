@@ -7,9 +7,11 @@ import type { Palette } from '../ui/colours';
 const kHeight = 150;
 const kFont = '12px system-ui, sans-serif';
 
+// `end` is where the x axis ends; it begins with 0.
 interface ChartLook {
   palette: Palette;
   width: number;
+  end: number;
 }
 
 // Bars over time, or with `steps` a line that keeps its value until the next point.
@@ -42,7 +44,7 @@ function make(
   host: HTMLElement,
   data: [number[], number[]],
   paths: uPlot.Series.PathBuilder | undefined,
-  { palette, width }: ChartLook,
+  { palette, width, end }: ChartLook,
   x: uPlot.Axis,
 ): uPlot {
   const axis: uPlot.Axis = {
@@ -60,7 +62,10 @@ function make(
       legend: { show: false },
       cursor: { show: false },
       select: { show: false, left: 0, top: 0, width: 0, height: 0 },
-      scales: { x: { time: false }, y: { range: (_, __, most) => [0, Math.max(1, most * 1.08)] } },
+      scales: {
+        x: { time: false, range: [0, end] },
+        y: { range: (_, __, most) => [0, Math.max(1, most * 1.08)] },
+      },
       axes: [
         { ...axis, ...x, size: 28 },
         { ...axis, values: whole, size: 44 },

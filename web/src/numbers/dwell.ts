@@ -11,29 +11,26 @@ export function stays(track: Track, polygon: Point[]): number[] {
     }
     since = undefined;
   };
-  for (let i = 0; i < track.t.length; i += 1) {
-    const time = track.t[i] as number;
-    const here: Point = [track.x[i] as number, track.y[i] as number];
-    if (i === 0 || track.afterGap[i]) {
-      leave(i === 0 ? time : (track.t[i - 1] as number));
-      since = isInside(here, polygon) ? time : undefined;
+  for (let i = 1; i < track.t.length; i += 1) {
+    const start = track.t[i - 1] as number;
+    const end = track.t[i] as number;
+    if (track.afterGap[i]) {
+      leave(start);
       continue;
     }
-    const before: Point = [track.x[i - 1] as number, track.y[i - 1] as number];
-    const start = track.t[i - 1] as number;
-    for (const share of crossings(before, here, polygon)) {
-      const at = start + share * (time - start);
-      if (since === undefined) {
-        since = at;
+    const from: Point = [track.x[i - 1] as number, track.y[i - 1] as number];
+    const to: Point = [track.x[i] as number, track.y[i] as number];
+    // Between two crossings the way is on one side of the border: its middle tells on which.
+    let before = 0;
+    for (const share of [...crossings(from, to, polygon), 1]) {
+      const middle = (before + share) / 2;
+      const at = start + before * (end - start);
+      if (isInside([from[0] + middle * (to[0] - from[0]), from[1] + middle * (to[1] - from[1])], polygon)) {
+        since ??= at;
       } else {
         leave(at);
       }
-    }
-    // A track along the border crosses it in ways that no count gets right: the key points decide.
-    if (isInside(here, polygon)) {
-      since ??= time;
-    } else {
-      leave(time);
+      before = share;
     }
   }
   leave(track.t[track.t.length - 1] ?? 0);
@@ -63,14 +60,14 @@ function crossings(from: Point, to: Point, polygon: Point[]): number[] {
   for (let i = 0, j = polygon.length - 1; i < polygon.length; j = i, i += 1) {
     const a = polygon[i] as Point;
     const b = polygon[j] as Point;
-    // The side of the way on which each end of the edge lies; an edge counts where its ends lie on different ones.
+    // The side of the way on which each end of the edge lies. One crossing too many does no harm.
     const sideA = dx * (a[1] - from[1]) - dy * (a[0] - from[0]);
     const sideB = dx * (b[1] - from[1]) - dy * (b[0] - from[0]);
-    if (sideA > 0 !== sideB > 0) {
+    if (sideA * sideB <= 0 && sideA !== sideB) {
       const along = sideA / (sideA - sideB);
       const at: Point = [a[0] + along * (b[0] - a[0]), a[1] + along * (b[1] - a[1])];
       const share = Math.abs(dx) > Math.abs(dy) ? (at[0] - from[0]) / dx : (at[1] - from[1]) / dy;
-      if (share > 0 && share <= 1) {
+      if (share > 0 && share < 1) {
         shares.push(share);
       }
     }

@@ -3,14 +3,14 @@ import type { Report } from '../report';
 import type { Store } from '../store';
 import { Surface } from '../ui/canvas';
 import { readPalette, type Palette } from '../ui/colours';
-import { button, element } from '../ui/dom';
+import { element, tool } from '../ui/dom';
 import { isForPage, onDrag } from '../ui/drag';
 import { drawActors } from './drawActors';
 import { drawBackground, drawScaleBar, drawScene } from './drawScene';
 import { legend } from './legend';
 import { boxOf, fit, panned, zoomed, type Box, type Projection } from './projection';
 
-const kMargin = 28;
+const kMargin = 36;
 const kWheelStep = 0.0015;
 const kPickRadius = 14;
 
@@ -60,9 +60,19 @@ export class PlanView {
     store.on(['theme'], () => this.refresh());
   }
 
-  refresh(): void {
+  private refresh(): void {
     this.palette = readPalette();
     this.surface.drawNow();
+  }
+
+  layOnPaper(width: number, height: number): void {
+    this.palette = readPalette();
+    this.surface.hold(width, height);
+  }
+
+  layOnScreen(): void {
+    this.palette = readPalette();
+    this.surface.letGo();
   }
 
   fit(): void {
@@ -78,16 +88,14 @@ export class PlanView {
   }
 
   private tools(): HTMLElement {
-    const tool = (text: string, label: string, act: () => void): HTMLElement =>
-      button(text, { class: 'tool', title: label, attributes: { 'aria-label': label } }, act);
     return element(
       'div',
       { class: 'plan-tools', attributes: { role: 'group', 'aria-label': 'Plan tools' } },
       [
-        tool('+', 'Zoom in', () => this.zoom(1.4)),
-        tool('−', 'Zoom out', () => this.zoom(1 / 1.4)),
-        tool('⤢', 'Fit the plan (F)', () => this.fit()),
-        tool('⇅', 'Turn the plan upside down (M)', () => this.mirror()),
+        tool('plus', 'Zoom in', () => this.zoom(1.4)),
+        tool('minus', 'Zoom out', () => this.zoom(1 / 1.4)),
+        tool('fit', 'Fit the plan (F)', () => this.fit()),
+        tool('mirror', 'Turn the plan upside down (M)', () => this.mirror()),
       ],
     );
   }

@@ -1,7 +1,7 @@
 import type { Point, SceneObject } from '../data';
 import { fitted } from '../ui/canvas';
 import type { Palette } from '../ui/colours';
-import { scaleBarLength, toScreen, type Projection } from './projection';
+import { boxOf, scaleBarLength, toScreen, type Box, type Projection } from './projection';
 import { trimmed } from '../time';
 
 export interface SceneLook {
@@ -35,7 +35,7 @@ export function drawBackground(
 export function drawScene(context: CanvasRenderingContext2D, objects: SceneObject[], look: SceneLook): void {
   objects.forEach((object, index) => drawShape(context, object, look, look.highlighted.has(index)));
   context.font = kFont;
-  objects.forEach((object, index) => drawName(context, object, look, look.highlighted.has(index)));
+  drawNames(context, objects, look);
 }
 
 function isZone(object: SceneObject): boolean {
@@ -79,31 +79,68 @@ function outline(palette: Palette, zone: boolean, isSolid: boolean): string {
   return isSolid ? palette.equipment : palette.wall;
 }
 
-// A name stands in the middle of what it names, in the upper part of zones, where it is in nobody's way.
-function drawName(
-  context: CanvasRenderingContext2D,
-  object: SceneObject,
-  look: SceneLook,
-  isHighlighted: boolean,
-): void {
-  const points = object.shape.map(point => toScreen(look.projection, point));
-  const xs = points.map(point => point[0]);
-  const ys = points.map(point => point[1]);
-  if (points.length === 0 || object.name === '') {
-    return;
+// Names that would stand on another name are left out, those of highlighted objects last.
+function drawNames(context: CanvasRenderingContext2D, objects: SceneObject[], look: SceneLook): void {
+  const taken: Box[] = [];
+  const order = objects.map((_, index) => index);
+  order.sort((a, b) => Number(look.highlighted.has(b)) - Number(look.highlighted.has(a)) || a - b);
+  for (const index of order) {
+    const object = objects[index] as SceneObject;
+    const place = namePlace(object, look.projection);
+    if (object.name === '' || !place) {
+      continue;
+    }
+    const isHighlighted = look.highlighted.has(index);
+    const name = fitted(context, object.name, isHighlighted ? Math.max(place.room, 240) : place.room);
+    const half = context.measureText(name).width / 2;
+    const [x, y] = place.at;
+    const box = { left: x - half, right: x + half, low: y - 7, high: y + 7 };
+    if (!taken.some(other => touches(box, other))) {
+      taken.push(box);
+      haloed(
+        context,
+        name,
+        place.at,
+        isHighlighted ? look.palette.accent : look.palette.muted,
+        look.palette.sunken,
+      );
+    }
   }
-  const left = Math.min(...xs);
-  const width = Math.max(...xs) - left;
-  const top = Math.min(...ys);
-  const height = Math.max(...ys) - top;
-  const room = Math.max(width - 8, isHighlighted ? 160 : 64);
-  const name = fitted(context, object.name, room);
-  const inside = isZone(object) && height > 40 && width > 40;
-  const at: Point = [left + width / 2, inside ? top + 12 : top + height / 2];
-  if (!isZone(object) && !object.closed) {
-    at[1] -= 10;
+}
+
+function touches(a: Box, b: Box): boolean {
+  return a.left < b.right && b.left < a.right && a.low < b.high && b.low < a.high;
+}
+
+// In the middle of what is named; in the upper part of large zones, where it is in nobody's way; beside the longest part
+// of a wall.
+function namePlace(object: SceneObject, projection: Projection): { at: Point; room: number } | undefined {
+  const points = object.shape.map(point => toScreen(projection, point));
+  const box = boxOf(object.closed ? points : longestPart(points));
+  if (!box) {
+    return undefined;
   }
-  haloed(context, name, at, isHighlighted ? look.palette.accent : look.palette.muted, look.palette.sunken);
+  const middle: Point = [(box.left + box.right) / 2, (box.low + box.high) / 2];
+  const room = Math.max(box.right - box.left - 8, 120);
+  if (!object.closed) {
+    return { at: [middle[0], middle[1] - 11], room };
+  }
+  const isRoomy = box.high - box.low > 40 && box.right - box.left > 60;
+  return { at: isZone(object) && isRoomy ? [middle[0], box.low + 12] : middle, room };
+}
+
+function longestPart(points: Point[]): Point[] {
+  let longest: Point[] = points.slice(0, 1);
+  let length = -1;
+  for (let i = 1; i < points.length; i += 1) {
+    const [from, to] = [points[i - 1] as Point, points[i] as Point];
+    const distance = Math.hypot(to[0] - from[0], to[1] - from[1]);
+    if (distance > length) {
+      length = distance;
+      longest = [from, to];
+    }
+  }
+  return longest;
 }
 
 // Text with a rim in the colour of the ground, so that lines behind it do not cross it.
@@ -133,7 +170,7 @@ export function drawScaleBar(
   const length = scaleBarLength(projection.scale, 120);
   const pixels = length * projection.scale;
   const x = 14;
-  const y = projection.height - 14;
+  const y = projection.height - 12;
   context.strokeStyle = palette.muted;
   context.lineWidth = 1.5;
   context.beginPath();
@@ -143,5 +180,8 @@ export function drawScaleBar(
   context.lineTo(x + pixels, y - 5);
   context.stroke();
   context.font = kFont;
-  haloed(context, `${trimmed(length, 4)} ${unit}`, [x + pixels / 2, y - 10], palette.muted, palette.sunken);
+  context.font = kFont;
+  const text = `${trimmed(length, 4)} ${unit}`;
+  const middle = x + pixels + 8 + context.measureText(text).width / 2;
+  haloed(context, text, [middle, y - 2], palette.muted, palette.sunken);
 }

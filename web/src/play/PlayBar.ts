@@ -1,6 +1,7 @@
 import type { Report } from '../report';
 import type { Store } from '../store';
-import { button, choice, element } from '../ui/dom';
+import { choice, element, tool } from '../ui/dom';
+import { icon } from '../ui/icons';
 import { kSpeeds, type Player } from './Player';
 
 const kTrails: [string, string][] = [
@@ -24,9 +25,7 @@ export class PlayBar {
     store: Store,
     player: Player,
   ) {
-    const tool = (text: string, label: string, act: () => void): HTMLButtonElement =>
-      button(text, { class: 'tool', title: label, attributes: { 'aria-label': label } }, act);
-    this.play = tool('▶', 'Play (space)', () => player.toggle());
+    this.play = tool('play', 'Play (space)', () => player.toggle());
     this.play.classList.add('play');
     this.slider = element('input', {
       attributes: { type: 'range', min: '0', max: String(report.end), step: '1', 'aria-label': 'Time' },
@@ -40,9 +39,9 @@ export class PlayBar {
     const trails = choice('Trails', kTrails, value => store.set({ trail: Number(value) }));
     trails.value = String(store.state.trail);
     this.root = element('div', { class: 'play-bar', attributes: { role: 'group', 'aria-label': 'Play' } }, [
-      tool('⏮', 'Back one frame (,)', () => player.step(-1)),
+      tool('back', 'Back one frame (,)', () => player.step(-1)),
       this.play,
-      tool('⏭', 'On one frame (.)', () => player.step(1)),
+      tool('forward', 'On one frame (.)', () => player.step(1)),
       this.slider,
       this.clock,
       this.speed,
@@ -54,7 +53,7 @@ export class PlayBar {
 
   private update(time: number, isPlaying: boolean, speed: number): void {
     const label = isPlaying ? 'Pause (space)' : 'Play (space)';
-    this.play.textContent = isPlaying ? '⏸' : '▶';
+    this.play.replaceChildren(icon(isPlaying ? 'pause' : 'play'));
     this.play.title = label;
     this.play.setAttribute('aria-label', label);
     const text = this.report.clock.exact(time);

@@ -8,7 +8,7 @@ import { isForPage, onDrag } from '../ui/drag';
 import { drawLine } from './drawLanes';
 import { drawLinks, type Placed } from './drawLinks';
 import { buildGroups, foldedAtFirst, laneRange, type LaneGroup } from './lanes';
-import { barPlace, layOut, lineAt, totalHeight, type Line } from './layout';
+import { barPlace, kHeights, layOut, lineAt, totalHeight, type Line } from './layout';
 import { pannedSpan, showing, whole, zoomedSpan, type Span } from './span';
 import { Tooltip } from './tooltip';
 
@@ -64,7 +64,7 @@ export class TimelineView {
     store.on(['theme'], () => this.refresh());
   }
 
-  refresh(): void {
+  private refresh(): void {
     this.palette = readPalette();
     this.surface.drawNow();
   }
@@ -87,6 +87,17 @@ export class TimelineView {
     this.setSpan(zoomedSpan({ from, to }, 1, (from + to) / 2, this.report.end));
   }
 
+  // On paper nothing scrolls: all lines that fit are shown.
+  layOnPaper(width: number, most: number): void {
+    this.palette = readPalette();
+    this.surface.hold(width, Math.min(most, totalHeight(this.lines) + kAxis));
+  }
+
+  layOnScreen(): void {
+    this.palette = readPalette();
+    this.surface.letGo();
+  }
+
   private setSpan(span: Span): void {
     this.store.set(span);
   }
@@ -97,7 +108,7 @@ export class TimelineView {
   }
 
   private resize(): void {
-    this.gutter = Math.min(220, Math.max(110, this.surface.width * 0.16));
+    this.gutter = Math.min(220, Math.max(160, this.surface.width * 0.16));
     this.scrollTo(this.top);
   }
 
@@ -379,7 +390,7 @@ export class TimelineView {
 
   private paintName(context: CanvasRenderingContext2D, line: Line): void {
     const isGroup = line.kind === 'group';
-    const middle = line.top + Math.min(line.height, 26) / 2;
+    const middle = line.top + Math.min(line.height, kHeights.group) / 2;
     context.fillStyle = isGroup ? this.palette.sunken : this.palette.surface;
     context.fillRect(0, line.top, this.gutter - 1, line.height - (isGroup ? 0 : 1));
     context.textBaseline = 'middle';

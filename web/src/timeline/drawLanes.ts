@@ -1,7 +1,8 @@
 import type { Report } from '../report';
 import type { State } from '../store';
 import { sightings } from '../tracks';
-import { alarmColour, typeColour, type Palette } from '../ui/colours';
+import { fitted } from '../ui/canvas';
+import { alarmColour, onAlarmColour, typeColour, type Palette } from '../ui/colours';
 import { laneRange, type Lane } from './lanes';
 import { barPlace, type Line } from './layout';
 
@@ -16,6 +17,9 @@ export interface LaneLook {
 
 const kLeastWidth = 2;
 const kDimmed = 0.22;
+const kTextHeight = 11;
+const kTextRoom = 34;
+const kFont = '10px system-ui, sans-serif';
 
 export function drawLine(context: CanvasRenderingContext2D, line: Line, look: LaneLook): void {
   if (line.kind === 'group') {
@@ -71,6 +75,38 @@ function drawBars(context: CanvasRenderingContext2D, line: Line, lane: Lane, loo
       context.fillStyle = palette.surface;
       context.fillRect(right - 0.75, place.top, 0.75, place.height);
     }
+    if (lane.actor < 0 && place.height >= kTextHeight) {
+      drawWho(
+        context,
+        event,
+        { x, right: Math.min(right, nextBegin(line, lane, position, look)), ...place },
+        look,
+      );
+    }
   }
   context.globalAlpha = 1;
+}
+
+// In a lane that is folded the next event may cover this one.
+function nextBegin(line: Line, lane: Lane, position: number, look: LaneLook): number {
+  const next = lane.events[position + 1];
+  return next === undefined || line.isOpen ? Infinity : look.xOf(look.report.begin(next));
+}
+
+// Who takes part, in bars that have room for it.
+function drawWho(
+  context: CanvasRenderingContext2D,
+  event: number,
+  bar: { x: number; right: number; top: number; height: number },
+  { report, palette }: LaneLook,
+): void {
+  const room = bar.right - bar.x - 8;
+  if (room < kTextRoom) {
+    return;
+  }
+  context.font = kFont;
+  context.textAlign = 'left';
+  context.textBaseline = 'middle';
+  context.fillStyle = onAlarmColour(palette, report.alarm(event));
+  context.fillText(fitted(context, report.bindings(event), room), bar.x + 4, bar.top + bar.height / 2 + 0.5);
 }

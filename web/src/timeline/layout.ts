@@ -5,7 +5,7 @@ export type Line =
   | { kind: 'group'; group: LaneGroup; top: number; height: number; isOpen: boolean }
   | { kind: 'lane'; group: LaneGroup; lane: Lane; top: number; height: number; isOpen: boolean };
 
-export const kHeights = { group: 26, lane: 22, row: 11, pad: 6 };
+export const kHeights = { group: 24, lane: 21, row: 14, pad: 6 };
 
 export function layOut(groups: LaneGroup[], folded: Set<string>, opened: Set<string>): Line[] {
   const lines: Line[] = [];
@@ -53,6 +53,6 @@ export function barPlace(line: Line, position: number): { top: number; height: n
     const row = line.lane.rowOf[position] as number;
     return { top: line.top + kHeights.pad / 2 + row * kHeights.row + 1, height: kHeights.row - 2 };
   }
-  const inset = line.kind === 'group' ? 9 : line.lane.actor >= 0 ? 8 : 5;
+  const inset = line.kind === 'group' ? 9 : line.lane.actor >= 0 ? 8 : 4;
   return { top: line.top + inset, height: line.height - 2 * inset };
 }

@@ -8,7 +8,7 @@ const kLeast = 50;
 
 // Keeps a span inside the recording, with a little room at both ends, and no shorter than makes sense.
 export function limited(span: Span, end: number): Span {
-  const room = end * 0.02 + 1;
+  const room = end * 0.03 + 1;
   const length = Math.min(Math.max(span.to - span.from, kLeast), end + 2 * room);
   const middle = (span.from + span.to) / 2;
   const from = Math.min(Math.max(middle - length / 2, -room), end + room - length);

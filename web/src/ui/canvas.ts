@@ -1,3 +1,5 @@
+const kPaperDensity = 2;
+
 // A canvas that fills its element and is drawn at most once per frame.
 export class Surface {
   readonly canvas = document.createElement('canvas');
@@ -5,6 +7,7 @@ export class Surface {
   height = 0;
   private readonly context: CanvasRenderingContext2D;
   private isScheduled = false;
+  private isHeld = false;
 
   constructor(
     readonly host: HTMLElement,
@@ -31,13 +34,28 @@ export class Surface {
     }
   }
 
-  measure(): void {
-    const { clientWidth, clientHeight } = this.host;
-    const density = window.devicePixelRatio || 1;
-    this.width = clientWidth;
-    this.height = clientHeight;
-    this.canvas.width = Math.max(1, Math.round(clientWidth * density));
-    this.canvas.height = Math.max(1, Math.round(clientHeight * density));
+  // Keeps a size of its own, for paper, until it is let go.
+  hold(width: number, height: number): void {
+    this.isHeld = true;
+    this.resizeTo(width, height, kPaperDensity);
+  }
+
+  letGo(): void {
+    this.isHeld = false;
+    this.measure();
+  }
+
+  private measure(): void {
+    if (!this.isHeld) {
+      this.resizeTo(this.host.clientWidth, this.host.clientHeight, window.devicePixelRatio || 1);
+    }
+  }
+
+  private resizeTo(width: number, height: number, density: number): void {
+    this.width = width;
+    this.height = height;
+    this.canvas.width = Math.max(1, Math.round(width * density));
+    this.canvas.height = Math.max(1, Math.round(height * density));
     this.resized();
     this.drawNow();
   }

@@ -16,6 +16,8 @@ export interface Palette {
   types: string[];
   noAlarm: string;
   alarms: string[];
+  onNoAlarm: string;
+  onAlarms: string[];
 }
 
 export const kShapes = ['circle', 'square', 'triangle', 'diamond', 'hexagon'] as const;
@@ -44,6 +46,8 @@ export function readPalette(): Palette {
     types: row('type', kCount.types),
     noAlarm: colour('alarm-none'),
     alarms: row('alarm', kCount.alarms),
+    onNoAlarm: colour('on-alarm-none'),
+    onAlarms: row('on-alarm', kCount.alarms),
   };
 }
 
@@ -66,4 +70,9 @@ export function alarmStep(level: number): number {
 
 export function alarmColour(palette: Palette, level: number): string {
   return level < 0 ? palette.noAlarm : (palette.alarms[alarmStep(level)] as string);
+}
+
+// Of text on the colour of the level.
+export function onAlarmColour(palette: Palette, level: number): string {
+  return level < 0 ? palette.onNoAlarm : (palette.onAlarms[alarmStep(level)] as string);
 }

@@ -1,3 +1,5 @@
+import { icon, type Icon } from './icons';
+
 // Elements are made by name, with text as text: nothing out of a file is ever read as markup.
 
 type Child = Node | string;
@@ -38,6 +40,13 @@ export function element<Name extends keyof HTMLElementTagNameMap>(
 export function button(text: string, options: Options, act: () => void): HTMLButtonElement {
   const made = element('button', { ...options, text, on: { click: act } });
   made.type = 'button';
+  return made;
+}
+
+// A small button with a picture; the label says what it does.
+export function tool(name: Icon, label: string, act: () => void): HTMLButtonElement {
+  const made = button('', { class: 'tool', title: label, attributes: { 'aria-label': label } }, act);
+  made.append(icon(name));
   return made;
 }
 

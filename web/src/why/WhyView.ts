@@ -23,7 +23,7 @@ export class WhyView {
     private readonly load: () => Promise<WhyData>,
   ) {
     const names = report.data.models.map((model, index): [string, string] => [String(index), model.name]);
-    this.models = choice('Model', names, () => this.showModel());
+    this.models = choice('Model that did not match', names, () => this.showModel());
     this.root = element('div', { class: 'why' }, [
       element('h2', { text: 'Why it was recognised' }),
       this.event,

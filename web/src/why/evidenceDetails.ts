@@ -53,11 +53,10 @@ export function findingsTable(findings: Finding[]): HTMLElement {
           attributes: { role: 'img', 'aria-label': finding.holds ? 'holds' : 'does not hold' },
         }),
         element('code', { text: finding.text }),
-        ...(finding.note ? [element('span', { class: 'note', text: finding.note })] : []),
       ]),
       element('td', { text: finding.seen ?? '' }),
       element('td', { text: finding.needed ?? '' }),
-      element('td', { class: 'number', text: marginText(finding) }),
+      element('td', { class: 'muted', text: finding.note ?? marginText(finding) }),
     ]),
   );
   return element('table', { class: 'findings' }, [element('thead', {}, [head]), element('tbody', {}, rows)]);

@@ -1,0 +1,415 @@
+import assert from 'node:assert/strict';
+import { mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { after, before, test } from 'node:test';
+import { chromium, type Browser, type Page } from 'playwright-core';
+import { carrier, fill, kDataPlace, packed } from '../fill';
+import { hall, type Fixture } from '../fixture';
+import { launchOptions } from '../launch';
+
+const kTemplate = process.env['REPORT_TEMPLATE'] as string;
+const kMostBytes = 400 * 1024;
+const template = readFileSync(kTemplate, 'utf8');
+const folder = mkdtempSync(join(tmpdir(), 'report-page-'));
+const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
+let browser: Browser;
+let count = 0;
+
+before(async () => {
+  browser = await chromium.launch(launchOptions());
+});
+
+after(async () => {
+  await browser.close();
+  rmSync(folder, { recursive: true, force: true });
+});
+
+interface Opened {
+  page: Page;
+  problems: string[];
+}
+
+// Opens a page as a file; whatever it complains of or asks the network for is a problem.
+async function open(
+  html: string,
+  options: { colorScheme?: 'light' | 'dark'; bypassCSP?: boolean } = {},
+): Promise<Opened> {
+  count += 1;
+  const file = join(folder, `${count}.html`);
+  writeFileSync(file, html);
+  const page = await browser.newPage({ viewport: { width: 1280, height: 800 }, ...options });
+  const problems: string[] = [];
+  page.on('pageerror', error => problems.push(error.message));
+  page.on('dialog', dialog => {
+    problems.push(`dialog ${dialog.message()}`);
+    void dialog.dismiss();
+  });
+  page.on('console', message => {
+    if (message.type() === 'error' || message.type() === 'warning') {
+      problems.push(message.text());
+    }
+  });
+  page.on('request', request => {
+    if (!/^(file|data|blob):/.test(request.url())) {
+      problems.push(`asked for ${request.url()}`);
+    }
+  });
+  await page.goto(`file://${file}`);
+  await page.waitForSelector('.page, .failure');
+  return { page, problems };
+}
+
+function small(): Fixture {
+  return hall({ actors: 8, events: 120, milliseconds: 180_000 });
+}
+
+async function closed({ page, problems }: Opened): Promise<void> {
+  await page.close();
+  assert.deepEqual(problems, []);
+}
+
+const text = (page: Page, selector: string): Promise<string> => page.locator(selector).first().innerText();
+
+test('the page without data is small and refers to nothing outside', () => {
+  assert.ok(statSync(kTemplate).size <= kMostBytes, `${statSync(kTemplate).size} bytes`);
+  assert.equal(template.split(kDataPlace).length, 2);
+  assert.doesNotMatch(template, /<(script|link|img)[^>]+(src|href)=/);
+  assert.match(template, /Content-Security-Policy/);
+});
+
+test('a page without data says so', async () => {
+  const opened = await open(template);
+  assert.match(await text(opened.page, '.failure'), /carries no report-data/);
+  await closed(opened);
+});
+
+test('data that is cut off, changed or of another version is refused with a reason', async () => {
+  const whole = packed(small().data);
+  const refused: [string, RegExp][] = [
+    [carrier('report-data', whole.slice(0, whole.length >> 1)), /cannot be unpacked|no Base64/],
+    [carrier('report-data', 'not base64 !'), /no Base64/],
+    [carrier('report-data', packed({ version: 9 })), /version 9/],
+    [carrier('report-data', packed('text')), /the report is no object/],
+    [carrier('report-data', ''), /cannot be unpacked/],
+  ];
+  for (const [part, reason] of refused) {
+    const opened = await open(template.replace(kDataPlace, () => part));
+    assert.match(await text(opened.page, '.failure'), reason);
+    await closed(opened);
+  }
+});
+
+test('without tracks the events are shown all the same', async () => {
+  const { data, why } = small();
+  const opened = await open(fill(template, { data, why }));
+  assert.match(await text(opened.page, '.problem'), /tracks cannot be shown/);
+  assert.equal(await text(opened.page, '.count'), '120 events');
+  await closed(opened);
+});
+
+test('without explanations the reasons say that there are none', async () => {
+  const { data, tracks } = small();
+  const opened = await open(fill(template, { data, tracks }));
+  await opened.page.locator('.rows .row').first().click();
+  await opened.page.keyboard.press('2');
+  await opened.page.waitForSelector('.why-event .problem');
+  assert.match(await text(opened.page, '.why-event .problem'), /No explanations/);
+  await closed(opened);
+});
+
+test('it plays, steps and changes speed by keys', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  assert.equal(await text(page, '.clock'), '10:15:00.000');
+  await page.keyboard.press('.');
+  await page.waitForFunction(() => document.querySelector('.clock')?.textContent === '10:15:00.040');
+  await page.keyboard.press('ArrowRight');
+  await page.waitForFunction(() => document.querySelector('.clock')?.textContent === '10:15:01.040');
+  await page.keyboard.press(']');
+  await page.keyboard.press(' ');
+  await page.waitForFunction(() => (document.querySelector('.clock')?.textContent ?? '') > '10:15:01.300');
+  await page.keyboard.press(' ');
+  await page.waitForSelector('[aria-label="Play (space)"]');
+  assert.equal(await page.locator('select[aria-label="Speed"]').inputValue(), '2');
+  await page.keyboard.press('End');
+  await page.waitForFunction(() => document.querySelector('.clock')?.textContent === '10:18:00.000');
+  await closed(opened);
+});
+
+test('an event is selected in the timeline by a click, and by keys', async () => {
+  const { data, tracks, why } = small();
+  // One model, one event: its bar fills a known part of the first lane.
+  const event = data.events.model.indexOf(4);
+  data.models = data.models.map((model, i) => (i === 4 ? { ...model, components: [] } : model));
+  const only = (values: unknown[]): unknown[] => [values[event]];
+  const columns = Object.fromEntries(
+    Object.entries(data.events).map(([name, values]) => [name, only(values as unknown[])]),
+  );
+  const events = { ...columns, begin: [60_000], end: [120_000], subEvents: [[]] };
+  const opened = await open(
+    fill(template, { data: { ...data, events }, tracks, why: { ...why, events: only(why.events) } }),
+  );
+  const { page } = opened;
+  const stage = await page.locator('.timeline .stage').boundingBox();
+  assert.ok(stage);
+  // Axis, two groups and two lanes above: the lane of LongVisit is the only one of the second group.
+  const y = stage.y + 26 + 24 + 2 * 21 + 24 + 10;
+  await page.mouse.move(stage.x + stage.width * 0.6, y);
+  await page.waitForSelector('.tooltip:not([hidden])');
+  assert.match(await text(page, '.tooltip'), /LongVisit #/);
+  await page.mouse.click(stage.x + stage.width * 0.6, y);
+  await page.waitForFunction(() =>
+    document.querySelector('#selection')?.textContent?.startsWith('LongVisit'),
+  );
+  assert.equal(await text(page, '.clock'), '10:16:00.000');
+  await page.keyboard.press('Escape');
+  await page.waitForFunction(() => document.querySelector('#selection')?.textContent === 'No event selected');
+  await page.keyboard.press('n');
+  await page.waitForFunction(() =>
+    document.querySelector('#selection')?.textContent?.startsWith('LongVisit'),
+  );
+  await closed(opened);
+});
+
+test('filters limit the list and the exports', async () => {
+  const fixture = small();
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  const visits = fixture.data.events.model.filter(model => model === 4).length;
+  await page.getByRole('button', { name: 'Filter' }).click();
+  await page.getByLabel('Model', { exact: true }).selectOption({ label: 'LongVisit' });
+  await page.waitForFunction(
+    wanted => document.querySelector('.count')?.textContent === wanted,
+    `${visits} of 120`,
+  );
+  for (const [name, check] of [
+    ['CSV', (words: string) => words.trimEnd().split('\r\n').length - 1],
+    ['JSON', (words: string) => (JSON.parse(words) as unknown[]).length],
+  ] as const) {
+    const [download] = await Promise.all([
+      page.waitForEvent('download'),
+      page.getByRole('button', { name, exact: true }).click(),
+    ]);
+    assert.equal(check(readFileSync(await download.path(), 'utf8')), visits);
+    assert.equal(download.suggestedFilename(), `hall-events.${name.toLowerCase()}`);
+  }
+  await closed(opened);
+});
+
+test('a sort that is chosen again turns round', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  const header = page.locator('[role=columnheader].duration');
+  await header.getByRole('button').click();
+  assert.equal(await header.getAttribute('aria-sort'), 'ascending');
+  await header.getByRole('button').click();
+  assert.equal(await header.getAttribute('aria-sort'), 'descending');
+  await closed(opened);
+});
+
+test('why shows constraints and parts, and moves to a part', async () => {
+  const fixture = small();
+  const composite = fixture.data.events.subEvents.findIndex(parts => parts.some(part => part >= 0));
+  const part = fixture.data.events.subEvents[composite]?.find(one => one >= 0) as number;
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.keyboard.press('/');
+  await page.keyboard.type(`#${fixture.data.events.id[composite]}`);
+  await page.keyboard.press('Tab');
+  await page.waitForFunction(() => document.querySelector('.count')?.textContent?.includes('of'));
+  await page
+    .locator('.rows .row', {
+      hasText: fixture.data.models[fixture.data.events.model[composite] as number]?.name ?? '',
+    })
+    .first()
+    .click();
+  await page.keyboard.press('2');
+  await page.waitForSelector('.why-event .findings');
+  assert.match(await text(page, '.why-event'), /First recognised at/);
+  assert.match(await text(page, '.why-model'), /candidates were tried/);
+  await page.locator('.part .link').first().click();
+  await page.waitForFunction(
+    wanted => document.querySelector('#selection strong')?.textContent?.endsWith(wanted),
+    `#${fixture.data.events.id[part]}`,
+  );
+  await closed(opened);
+});
+
+test('numbers count what the data has', async () => {
+  const fixture = small();
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.keyboard.press('3');
+  await page.waitForSelector('.counts');
+  const shown = await page
+    .locator('.counts tbody tr')
+    .evaluateAll(rows =>
+      rows.map(row => [row.children[0]?.textContent, Number(row.children[1]?.textContent)] as const),
+    );
+  const expected = fixture.data.models.map((model, i) => [
+    model.name,
+    fixture.data.events.model.filter(one => one === i).length,
+  ]);
+  assert.deepEqual(shown, expected);
+  assert.equal(await page.locator('.numbers .uplot').count(), 3);
+  await closed(opened);
+});
+
+const kHostile = [
+  '<img src=x onerror=alert(1)>',
+  '</script><script>alert(2)</script>',
+  '"><svg onload=alert(3)>',
+  "'; alert(4); '",
+  '{{constructor.constructor("alert(5)")()}}',
+  'javascript:alert(6)',
+  '__proto__',
+  'constructor',
+  '\u202Eevil\u0000\u0007',
+  '=HYPERLINK("http://x")',
+  'x'.repeat(20_000),
+  '',
+];
+
+test('names that are markup, script or far too long stay names', async () => {
+  const { data, tracks, why } = small();
+  const name = (i: number): string => kHostile[i % kHostile.length] as string;
+  data.title = name(0);
+  data.types = [name(1), name(7)];
+  data.alarms = data.alarms.map((_, i) => name(i));
+  data.kinds = data.kinds.map((_, i) => name(i + 4));
+  data.scene.objects.forEach((object, i) => {
+    object.name = name(i);
+  });
+  data.models.forEach((model, i) => {
+    model.name = name(i);
+    model.text = name(i + 1);
+    model.alarmText = name(i + 2);
+    model.objects.forEach((object, j) => {
+      object.name = name(i + j);
+    });
+    model.components.forEach(part => {
+      part.name = name(i + 5);
+    });
+  });
+  const opened = await open(fill(template, { data, tracks, why }));
+  const { page } = opened;
+  await page.keyboard.press('n');
+  for (const key of ['2', '3', '1', 'z', '?']) {
+    await page.keyboard.press(key);
+    await page.waitForTimeout(60);
+  }
+  assert.equal(await page.locator('img, #page script, #page svg:not(.icon)').count(), 0);
+  assert.equal(await text(page, 'h1'), name(0));
+  const wide = await page.evaluate(
+    () => document.documentElement.scrollWidth > document.documentElement.clientWidth,
+  );
+  assert.equal(wide, false);
+  await page.pdf();
+  await closed(opened);
+});
+
+test('the policy stops script and network that get in all the same', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  await opened.page.evaluate(async () => {
+    const script = document.createElement('script');
+    script.textContent = 'document.title = "broken"';
+    document.body.append(script);
+    await fetch('https://example.invalid/').catch(() => undefined);
+  });
+  assert.equal(await opened.page.title(), 'hall – ScenarioMatch');
+  assert.ok(
+    opened.problems.length >= 2 && opened.problems.every(problem => /Content Security Policy/i.test(problem)),
+  );
+  await opened.page.close();
+});
+
+test('nothing recognised, nobody there, no scene: each is said', async () => {
+  const none = hall({ actors: 0, events: 0, milliseconds: 1 });
+  none.data.scene.objects = [];
+  none.data.clock = { start: '2026-01-01T00:00:00.000', end: 0, frames: 1 };
+  none.data.models = [];
+  none.why.models = [];
+  const opened = await open(fill(template, { ...none }));
+  const { page } = opened;
+  assert.equal(await text(page, '.empty'), 'No event was recognised.');
+  assert.match(await text(page, '.plan-note'), /no zones.*Nobody was tracked/s);
+  for (const key of ['2', '3', ' ', 'n', 'z', '0', 'f', 'End']) {
+    await page.keyboard.press(key);
+    await page.waitForTimeout(30);
+  }
+  assert.match(await text(page, '.numbers'), /no zones/);
+  await closed(opened);
+});
+
+test('thousands of actors are drawn and folded away', async () => {
+  const opened = await open(fill(template, { ...hall({ actors: 3000, events: 500, milliseconds: 60_000 }) }));
+  const { page } = opened;
+  for (const key of ['n', '.', 'e', '3']) {
+    await page.keyboard.press(key);
+    await page.waitForTimeout(50);
+  }
+  assert.match(await text(page, 'header .facts'), /3,000 actors/);
+  await closed(opened);
+});
+
+test('both themes have no finding of the accessibility checker', async () => {
+  for (const colorScheme of ['light', 'dark'] as const) {
+    const opened = await open(fill(template, { ...small() }), { colorScheme, bypassCSP: true });
+    const { page } = opened;
+    await page.addScriptTag({ content: axe });
+    await page.keyboard.press('n');
+    for (const key of ['1', '2', '3', '?']) {
+      await page.keyboard.press(key);
+      await page.waitForTimeout(150);
+      assert.deepEqual(await findings(page), [], `${colorScheme}, key ${key}`);
+    }
+    await closed(opened);
+  }
+});
+
+interface Axe {
+  run(options: object): Promise<{ violations: { id: string; impact: string; nodes: { html: string }[] }[] }>;
+}
+
+async function findings(page: Page): Promise<string[]> {
+  return page.evaluate(async () => {
+    const checker = (window as unknown as { axe: Axe }).axe;
+    const { violations } = await checker.run({ resultTypes: ['violations'] });
+    return violations.map(
+      ({ id, impact, nodes }) =>
+        `${impact} ${id}: ${nodes
+          .map(node => node.html)
+          .join(' ')
+          .slice(0, 300)}`,
+    );
+  });
+}
+
+test('the theme switch wins over the system and print is light', async () => {
+  const opened = await open(fill(template, { ...small() }), { colorScheme: 'dark' });
+  const { page } = opened;
+  const theme = (): Promise<string | undefined> =>
+    page.evaluate(() => document.documentElement.dataset['theme']);
+  assert.equal(await theme(), 'dark');
+  const printed = page.evaluate(
+    () =>
+      new Promise<string>(resolve => {
+        window.addEventListener('beforeprint', () =>
+          resolve(
+            `${document.documentElement.dataset['theme']} ${document.querySelectorAll('.print-list tbody tr').length}`,
+          ),
+        );
+      }),
+  );
+  await page.pdf();
+  assert.equal(await printed, 'light 120');
+  assert.equal(await theme(), 'dark');
+  await page.keyboard.press('t');
+  assert.equal(await theme(), 'light');
+  await page.emulateMedia({ colorScheme: 'light' });
+  await page.emulateMedia({ colorScheme: 'dark' });
+  assert.equal(await theme(), 'light');
+  await closed(opened);
+});

@@ -1,0 +1,128 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { csvText, toCsv, toJson } from '../../src/list/exportEvents';
+import { kNoFilter, passing, type Filter } from '../../src/list/filter';
+import { sorted } from '../../src/list/sort';
+import { rowsInView, scrollFor } from '../../src/list/window';
+import { Report } from '../../src/report';
+import { hall } from '../fixture';
+
+const report = new Report(hall({ actors: 6, events: 200, milliseconds: 300_000 }).data, []);
+const all = passing(report, kNoFilter);
+
+function kept(part: Partial<Filter>): number[] {
+  return [...passing(report, { ...kNoFilter, ...part })];
+}
+
+function those(holds: (event: number) => boolean): number[] {
+  return [...all].filter(holds);
+}
+
+test('without a filter all events pass', () => {
+  assert.equal(all.length, 200);
+});
+
+test('each field lets through what it says', () => {
+  assert.deepEqual(
+    kept({ model: 1 }),
+    those(event => report.model(event).name === 'Waits'),
+  );
+  assert.deepEqual(
+    kept({ kind: 2 }),
+    those(event => report.model(event).kind === 2),
+  );
+  assert.deepEqual(
+    kept({ alarm: 1 }),
+    those(event => report.alarm(event) >= 1),
+  );
+  assert.deepEqual(
+    kept({ shortest: 5000, longest: 9000 }),
+    those(event => report.duration(event) >= 5000 && report.duration(event) <= 9000),
+  );
+  assert.deepEqual(
+    kept({ from: 60_000, to: 90_000 }),
+    those(event => report.eventEnd(event) >= 60_000 && report.begin(event) <= 90_000),
+  );
+  assert.ok(kept({ model: 1 }).length > 0 && kept({ kind: 2 }).length > 0 && kept({ alarm: 1 }).length > 0);
+});
+
+test('actors and zones of the same number are told apart', () => {
+  const actorTwo = kept({ actor: 1 });
+  const zoneTwo = kept({ zone: 2 });
+  assert.ok(actorTwo.length > 0 && zoneTwo.length > 0);
+  assert.ok(
+    actorTwo.every(event => report.participants(event).some(one => one.kind === 'actor' && one.index === 1)),
+  );
+  assert.ok(zoneTwo.every(event => report.bindings(event).includes('z=Counter')));
+});
+
+test('all words must be found, in any place', () => {
+  assert.deepEqual(
+    kept({ words: 'counter WAITS' }),
+    those(event => report.model(event).name === 'Waits' && report.bindings(event).includes('Counter')),
+  );
+  assert.deepEqual(kept({ words: 'no such words' }), []);
+});
+
+test('sorting goes both ways and leaves what is alike in the order of time', () => {
+  const up = sorted(report, all, { column: 'duration', isDown: false });
+  const down = sorted(report, all, { column: 'alarm', isDown: true });
+  for (let i = 1; i < up.length; i += 1) {
+    assert.ok(report.duration(up[i - 1] as number) <= report.duration(up[i] as number));
+    const [before, after] = [down[i - 1] as number, down[i] as number];
+    assert.ok(
+      report.alarm(before) > report.alarm(after) ||
+        (report.alarm(before) === report.alarm(after) && report.begin(before) <= report.begin(after)),
+    );
+  }
+});
+
+test('texts with numbers are sorted by the numbers', () => {
+  const order = sorted(report, all, { column: 'objects', isDown: false });
+  const names = [...order].map(event => report.bindings(event));
+  assert.ok(names.indexOf('p=2 b=5') < names.findIndex(name => name.startsWith('p=3 ')));
+});
+
+test('text that a spreadsheet takes for a formula gets an apostrophe, numbers do not', () => {
+  assert.equal(csvText('=1+1'), "'=1+1");
+  assert.equal(csvText('@cmd'), "'@cmd");
+  assert.equal(csvText('+x'), "'+x");
+  assert.equal(csvText('-1.5'), '-1.5');
+  assert.equal(csvText('\tx'), "'\tx");
+  assert.equal(csvText('\rx'), '"\'\rx"');
+  assert.equal(csvText('a "b", c'), '"a ""b"", c"');
+  assert.equal(csvText('plain'), 'plain');
+});
+
+test('CSV has a line for each event and the columns of the program', () => {
+  const lines = toCsv(report, all.slice(0, 3)).split('\r\n');
+  assert.equal(lines.length, 5);
+  assert.equal(
+    lines[0],
+    'id,name,kind,alarm_level,alarm,text,confidence,begin,begin_frame,end,end_frame,duration,objects,sub_events',
+  );
+  assert.ok((lines[1] as string).startsWith(`${report.id(0)},${report.model(0).name},`));
+});
+
+test('JSON says of an event what the program says', () => {
+  const composite = all.find(event => report.subEvents(event).some(part => part >= 0)) as number;
+  const [event] = JSON.parse(toJson(report, Int32Array.of(composite))) as Record<string, unknown>[];
+  assert.equal(event?.['id'], report.id(composite));
+  assert.equal(event?.['begin'], report.clock.full(report.begin(composite)));
+  assert.equal(
+    (event?.['sub_events'] as unknown[]).length,
+    report.subEvents(composite).filter(part => part >= 0).length,
+  );
+});
+
+test('only rows in view and a few more are made', () => {
+  assert.deepEqual(rowsInView(0, 300, 30, 50_000), { first: 0, last: 16 });
+  assert.deepEqual(rowsInView(3000, 300, 30, 105), { first: 94, last: 105 });
+  assert.deepEqual(rowsInView(9000, 300, 30, 3), { first: 3, last: 3 });
+});
+
+test('a row is brought into view by the shortest way', () => {
+  assert.equal(scrollFor(2, 90, 300, 30), 60);
+  assert.equal(scrollFor(20, 0, 300, 30), 330);
+  assert.equal(scrollFor(4, 90, 300, 30), 90);
+});
