@@ -10,13 +10,13 @@
 #include "host/rhmDataContext.h"
 #include "plugin/RecognitionView.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
 #include <iostream>
-#include <set>
 #include <system_error>
 #include <utility>
 
@@ -137,8 +137,15 @@ bool RecognitionSetup::checkOperators()
 bool RecognitionSetup::checkContext()
 {
     const std::string name = textOf("RHMContext");
+    if (name.empty()) {
+        return true;
+    }
     rhmDataContext context;
-    if (name.empty() || context.read(QString::fromStdString(name))) {
+    const bool isRead = context.read(QString::fromStdString(name));
+    for (const ContextError& error : context.errors()) {
+        m_contextErrors.insert(error.text());
+    }
+    if (isRead) {
         return true;
     }
     return fail(
@@ -146,25 +153,24 @@ bool RecognitionSetup::checkContext()
         context.errors().empty() ? name + ": no context" : context.errors().back().text());
 }
 
-// What the process takes in its own way without a word.
-void RecognitionSetup::warnOfParameters()
+// What the process takes in its own way without a word, and what no file is to be blamed for.
+void RecognitionSetup::warnOfSettings()
 {
     const std::string warning = alarmLevelWarning(textOf(kAlarmLevel));
-    if (warning.empty()) {
-        return;
+    if (!warning.empty() && m_sources.hasSetting(kAlarmLevel)) {
+        m_talk << m_settingsPlace << ": warning: " << warning << '\n';
     }
-    const std::string place =
-        m_sources.hasSetting(kAlarmLevel)
-            ? m_settingsPlace
-            : fmt::format("{}:{}", m_sources.file, m_file.lineOf(kAlarmLevel));
-    m_talk << place << ": warning: " << warning << '\n';
 }
 
 void RecognitionSetup::warn()
 {
     m_talk << m_operatorWarning;
-    warnOfParameters();
-    writeModelErrors(m_sources.file, m_file, m_parameters, m_talk);
+    warnOfSettings();
+    StorageFile inForce = m_file;
+    std::erase_if(inForce.entries, [this](const StorageEntry& entry) {
+        return m_sources.hasSetting(entry.key);
+    });
+    m_isChecked = writeErrors(m_sources.file, inForce, m_parameters, m_talk);
 }
 
 std::unique_ptr<rhmAbstractProcessEventRecognition> RecognitionSetup::createProcess()
@@ -195,9 +201,29 @@ bool RecognitionSetup::applySetters(rhmAbstractProcessEventRecognition& process)
         if (m_sources.hasSetting(key)) {
             return fail(kExitUsage, "--set: " + reason);
         }
-        m_talk << m_sources.file << ':' << m_file.lineOf(key) << ": warning: " << reason << '\n';
+        if (!m_isChecked) {
+            m_talk << m_sources.file << ':' << m_file.lineOf(key) << ": error: " << reason << '\n';
+        }
     }
     return true;
+}
+
+// That default values stand for parameters which the user has not given is what he asked for.
+bool RecognitionSetup::isToldBefore(std::string_view line) const
+{
+    constexpr std::string_view kBegin = "The parameter, ";
+    constexpr std::string_view kEnd = ", is missing, default value is used";
+    const std::size_t end = line.find(kEnd);
+    if (!line.starts_with(kBegin) || end == std::string_view::npos) {
+        return m_isChecked && m_contextErrors.contains(line);
+    }
+    const std::string key(line.substr(kBegin.size(), end - kBegin.size()));
+    const bool isSet = std::any_of(
+        m_parameters.setters.begin(), m_parameters.setters.end(), [&](const NamedText& setter) {
+            return setter.first == key;
+        });
+    // The context's message stands for another parameter as well.
+    return key == "RHMContext" || isSet || !m_parameters.value(key);
 }
 
 bool RecognitionSetup::initProcess(rhmAbstractProcessEventRecognition& process)
@@ -206,16 +232,10 @@ bool RecognitionSetup::initProcess(rhmAbstractProcessEventRecognition& process)
     if (!file.isGood()) {
         return fail(kExitOutput, file.path() + ": the parameters cannot be written");
     }
-    std::set<std::string> given;
-    for (const NamedText& value : m_parameters.values) {
-        given.insert(value.first);
-    }
-    for (const NamedText& setter : m_parameters.setters) {
-        given.erase(setter.first);
-    }
     process.setParameterFile(file.path());
     std::ostream trace(std::cout.rdbuf());
-    MissingParameterFilter filter(given, *std::cerr.rdbuf(), trace);
+    LineFilter filter(
+        [this](std::string_view line) { return isToldBefore(line); }, *std::cerr.rdbuf(), trace);
     const StreamRedirection redirection(std::cerr, &filter);
     if (!process.init()) {
         return fail(kExitModel, m_sources.file + ": the process cannot be initialised");

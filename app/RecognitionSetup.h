@@ -5,10 +5,13 @@
 #include "app/StorageFile.h"
 #include "host/rhmAbstractProcessEventRecognition.h"
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace scenariomatch
@@ -48,8 +51,8 @@ public:
     // Reads the parameters and sees that the files that they name are there.
     bool read(RunParameterSources sources);
 
-    // Warns of operators and parameters, and prints the errors that the command "check" finds in
-    // what they name.
+    // Warns of operators and settings, and prints the errors that the command "check" finds in the
+    // parameter file and what it names.
     void warn();
 
     // A process that is ready for its first frame, with at least one model; null after a fault.
@@ -70,7 +73,8 @@ private:
     bool checkFiles();
     bool checkOperators();
     bool checkContext();
-    void warnOfParameters();
+    void warnOfSettings();
+    bool isToldBefore(std::string_view line) const;
     bool applySetters(rhmAbstractProcessEventRecognition& process);
     bool initProcess(rhmAbstractProcessEventRecognition& process);
     bool checkModels(const rhmAbstractProcessEventRecognition& process);
@@ -81,6 +85,9 @@ private:
     RunParameterSources m_sources;
     RunParameters m_parameters;
     std::string m_operatorWarning;
+    // What the process says of the context, line by line.
+    std::set<std::string, std::less<>> m_contextErrors;
+    bool m_isChecked = false;
     std::optional<RunFault> m_fault;
 };
 

@@ -211,7 +211,8 @@ std::optional<std::string> whyMissing(const RuleCase& ruleCase, const ExpectedEv
 
 RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk)
 {
-    RecognitionSetup setup(talk, ruleCase.name + ": 'set'");
+    std::ostringstream warnings;
+    RecognitionSetup setup(warnings, ruleCase.name + ": 'set'");
     RuleRun run;
     if (!setup.read(sourcesOf(ruleCase))) {
         run.fault = setup.fault()->reason;
@@ -220,12 +221,15 @@ RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std:
     // The plug-in's code writes to standard output as it likes.
     const StreamRedirection redirection(std::cout, nullptr);
     forgetEarlierRuns();
+    setup.warn();
     const std::unique_ptr<rhmAbstractProcessEventRecognition> process = setup.createProcess();
-    if (!process) {
+    if (process) {
+        run = recognise(ruleCase, *process, coverage, talk);
+    } else {
         run.fault = setup.fault()->reason;
-        return run;
     }
-    return recognise(ruleCase, *process, coverage, talk);
+    run.warnings = warnings.str();
+    return run;
 }
 
 } // namespace scenariomatch

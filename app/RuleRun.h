@@ -29,6 +29,8 @@ struct RuleRun
     // Those that take part; nothing where the process does not tell.
     std::optional<std::set<std::string>> models;
     std::optional<std::string> fault;
+    // What is wrong with the files of the case, as the command run says it.
+    std::string warnings;
 };
 
 // Why the event was not found, in one sentence; nothing where that cannot be told, or an event of

@@ -9,10 +9,10 @@
 namespace scenariomatch
 {
 
-// Writes the errors that the command "check" finds in the files of a run, and nothing for those of
-// parameter file and context, of which the run tells itself. Whatever is found, the run goes on as
-// the engine would.
-void writeModelErrors(
+// Writes the errors that the command "check" finds in the files of a run: the parameter file, of
+// which `file` holds what is in force, and all that the parameters name. Whatever is found, the run
+// goes on as the engine would. False, with the reason on talk, when they cannot be checked.
+bool writeErrors(
     const std::string& parameterFile,
     const StorageFile& file,
     const RunParameters& parameters,

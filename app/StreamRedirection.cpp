@@ -1,6 +1,5 @@
 #include "app/StreamRedirection.h"
 
-#include <string_view>
 #include <utility>
 
 namespace scenariomatch
@@ -18,20 +17,19 @@ StreamRedirection::~StreamRedirection()
     m_stream.rdbuf(m_original);
 }
 
-MissingParameterFilter::MissingParameterFilter(
-    std::set<std::string> given, std::streambuf& talk, std::ostream& trace)
-    : m_given(std::move(given))
+LineFilter::LineFilter(Judge isTakenOut, std::streambuf& talk, std::ostream& trace)
+    : m_isTakenOut(std::move(isTakenOut))
     , m_talk(talk)
     , m_trace(trace)
 {
 }
 
-MissingParameterFilter::~MissingParameterFilter()
+LineFilter::~LineFilter()
 {
     pass();
 }
 
-MissingParameterFilter::int_type MissingParameterFilter::overflow(int_type character)
+LineFilter::int_type LineFilter::overflow(int_type character)
 {
     if (traits_type::eq_int_type(character, traits_type::eof())) {
         return traits_type::not_eof(character);
@@ -43,27 +41,15 @@ MissingParameterFilter::int_type MissingParameterFilter::overflow(int_type chara
     return character;
 }
 
-void MissingParameterFilter::pass()
+void LineFilter::pass()
 {
-    if (isTakenOut()) {
+    const std::string_view line = m_line;
+    if (m_isTakenOut(line.substr(0, line.find('\n')))) {
         m_trace << m_line;
     } else {
         m_talk.sputn(m_line.data(), static_cast<std::streamsize>(m_line.size()));
     }
     m_line.clear();
-}
-
-bool MissingParameterFilter::isTakenOut() const
-{
-    constexpr std::string_view kBegin = "The parameter, ";
-    constexpr std::string_view kEnd = ", is missing, default value is used";
-    const std::size_t end = m_line.find(kEnd);
-    if (!m_line.starts_with(kBegin) || end == std::string::npos) {
-        return false;
-    }
-    const std::string key = m_line.substr(kBegin.size(), end - kBegin.size());
-    // The context's message stands for another parameter as well.
-    return key == "RHMContext" || !m_given.contains(key);
 }
 
 } // namespace scenariomatch

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <ostream>
-#include <set>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 namespace scenariomatch
 {
@@ -25,27 +26,28 @@ private:
     std::streambuf* m_original;
 };
 
-// Takes the process's lines about missing parameters out of a stream of messages when the user has
-// not given these parameters: that their default values are used is what he asked for.
-class MissingParameterFilter : public std::streambuf
+// Takes lines out of a stream of messages.
+class LineFilter : public std::streambuf
 {
 public:
+    // Says whether a line, without its end, is taken out.
+    using Judge = std::function<bool(std::string_view)>;
+
     // Lines go on to talk, those taken out to trace.
-    MissingParameterFilter(std::set<std::string> given, std::streambuf& talk, std::ostream& trace);
-    MissingParameterFilter(const MissingParameterFilter&) = delete;
-    MissingParameterFilter(MissingParameterFilter&&) = delete;
-    MissingParameterFilter& operator=(const MissingParameterFilter&) = delete;
-    MissingParameterFilter& operator=(MissingParameterFilter&&) = delete;
-    ~MissingParameterFilter() override;
+    LineFilter(Judge isTakenOut, std::streambuf& talk, std::ostream& trace);
+    LineFilter(const LineFilter&) = delete;
+    LineFilter(LineFilter&&) = delete;
+    LineFilter& operator=(const LineFilter&) = delete;
+    LineFilter& operator=(LineFilter&&) = delete;
+    ~LineFilter() override;
 
 protected:
     int_type overflow(int_type character) override;
 
 private:
     void pass();
-    bool isTakenOut() const;
 
-    std::set<std::string> m_given;
+    Judge m_isTakenOut;
     std::streambuf& m_talk;
     std::ostream& m_trace;
     std::string m_line;

@@ -19,6 +19,8 @@
 #include <fstream>
 #include <map>
 #include <ostream>
+#include <set>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -75,6 +77,7 @@ private:
     std::vector<RuleTestFile> m_files;
     // By parameter file.
     std::map<std::string, ConstraintCoverage> m_coverage;
+    std::set<std::string> m_told;
     int m_status = kExitDone;
 };
 
@@ -152,7 +155,12 @@ void TestRun::runFile(const RuleTestFile& file, RuleReport& report)
     for (const RuleCase& ruleCase : file.cases) {
         ConstraintCoverage* const coverage =
             m_options.hasCoverage ? &m_coverage[ruleCase.parameterFile] : nullptr;
-        verdicts.push_back(judge(ruleCase, runRuleCase(ruleCase, coverage, m_talk)));
+        const RuleRun run = runRuleCase(ruleCase, coverage, m_talk);
+        // Cases of the same files have the same faults.
+        if (m_told.insert(run.warnings).second) {
+            m_talk << run.warnings;
+        }
+        verdicts.push_back(judge(ruleCase, run));
         const RuleVerdict& verdict = verdicts.back();
         if (!verdict.isPassed() && !verdict.fault && ruleCase.events) {
             differing.emplace(verdicts.size() - 1, verdict);

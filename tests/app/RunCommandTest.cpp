@@ -117,6 +117,10 @@ TEST(RunCommand, KeepsThePluginsTracesApart)
     EXPECT_THAT(
         contentOf(file),
         HasSubstr("The parameter, XML3FileName, is missing, default value is used: "));
+    // What was given, and yet counts as missing, is told.
+    EXPECT_EQ(
+        runProgram(kRun + "--set XML3FileName=").talk,
+        "The parameter, XML3FileName, is missing, default value is used: NOTURGENT\n");
 }
 
 TEST(RunCommand, WritesAndClosesTheEventFile)
@@ -361,7 +365,7 @@ TEST(RunCommand, EndsWithStatusThreeForParametersThatCannotBeUsed)
     EXPECT_THAT(unused.talk, HasSubstr("params.yaml: no model takes part in recognition\n"));
 }
 
-TEST(RunCommand, WarnsOfUnknownParametersInTheFile)
+TEST(RunCommand, TellsOfUnknownParametersInTheFileAsCheckDoes)
 {
     const std::string parameters =
         write("params.yaml", contentOf(kFiles + "params.yaml") + "historySise: 12\n");
@@ -370,7 +374,11 @@ TEST(RunCommand, WarnsOfUnknownParametersInTheFile)
         "tracks.txt");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent);
-    EXPECT_EQ(outcome.talk, parameters + ":9: warning: there is no parameter \"historySise\"\n");
+    EXPECT_EQ(
+        outcome.talk,
+        parameters + ":9:1: error: there is no parameter 'historySise' [unknown-keyword]\n"
+                     "    9 | historySise: 12\n"
+                     "      | ^~~~~~~~~~~ did you mean 'historySize'?\n");
 }
 
 TEST(RunCommand, EndsWithStatusFiveWithoutPlugins)
@@ -553,14 +561,13 @@ TEST(RunCommand, PrintsTheErrorsThatCheckFindsAndGoesOn)
     EXPECT_EQ(none.talk, empty + ":1:1: error: no type is declared [no-block]\n");
 }
 
-TEST(RunCommand, WarnsOfAnAlarmLevelThatThereIsNot)
+TEST(RunCommand, TellsOfAnAlarmLevelThatThereIsNot)
 {
     const Outcome setting = runProgram(kRun + "--set XML3AlarmLevel=FOO");
     EXPECT_EQ(setting.status, 0);
-    EXPECT_EQ(
-        setting.talk,
-        "scenariomatch run: --set: warning: XML3AlarmLevel: there is no level FOO; taken as "
-        "NOTURGENT\n");
+    const std::string warning =
+        "scenariomatch run: --set: warning: XML3AlarmLevel: there is no level ";
+    EXPECT_EQ(setting.talk, warning + "FOO; taken as NOTURGENT\n");
     EXPECT_EQ(runProgram(kRun + "--set XML3AlarmLevel=URGENT").talk, "");
     const std::string parameters =
         write("params.yaml", contentOf(kFiles + "params.yaml") + "XML3AlarmLevel: \"FOO\"\n");
@@ -569,7 +576,30 @@ TEST(RunCommand, WarnsOfAnAlarmLevelThatThereIsNot)
         "tracks.txt");
     EXPECT_EQ(
         file.talk,
-        parameters + ":9: warning: XML3AlarmLevel: there is no level FOO; taken as NOTURGENT\n");
+        parameters + ":9:18: error: 'FOO' is no alarm level, and counts as NOTURGENT "
+                     "[unknown-alarm-level]\n"
+                     "    9 | XML3AlarmLevel: \"FOO\"\n"
+                     "      |                  ^~~\n");
+    // What a setting replaces is no fault of the file.
+    const std::string command = "run --params " + parameters + " --common-path " + kFiles +
+                                " --tracks " + kFiles + "tracks.txt --set XML3AlarmLevel=";
+    EXPECT_EQ(runProgram(command + "URGENT").talk, "");
+    EXPECT_EQ(runProgram(command + "BAR").talk, warning + "BAR; taken as NOTURGENT\n");
+}
+
+TEST(RunCommand, TellsOnceOfElementsOfTheContextThatCannotBeUsed)
+{
+    const std::string context = write(
+        "context.xml",
+        "<Context name=\"run\">\n"
+        "<Element kind=\"wall\" name=\"W\" shape=\"polygon\"><Vertex x=\"1\" y=\"2\" z=\"0\"/>"
+        "</Element>\n"
+        "</Context>\n");
+    const Outcome outcome = runProgram(kRun + "--set RHMContext=" + context);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(countOf(outcome.talk, context), 1U) << outcome.talk;
+    EXPECT_THAT(outcome.talk, HasSubstr(context + ":2:"));
+    EXPECT_THAT(outcome.talk, HasSubstr("[malformed]\n"));
 }
 
 TEST(RunCommand, ShowsProgressOnlyWhenAskedWithoutATerminal)

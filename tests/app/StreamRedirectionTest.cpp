@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <string_view>
 
 namespace scenariomatch
 {
@@ -36,27 +37,18 @@ TEST(StreamRedirection, DropsTextWithoutATarget)
     EXPECT_EQ(buffer.str(), "c");
 }
 
-TEST(MissingParameterFilter, TakesOutMessagesAboutParametersThatWereNotGiven)
+TEST(LineFilter, TakesOutWholeLines)
 {
     std::ostringstream talk;
     std::ostringstream trace;
     {
-        MissingParameterFilter filter({"historySize", "RHMContext"}, *talk.rdbuf(), trace);
+        const auto isTakenOut = [](std::string_view line) { return line.starts_with("take "); };
+        LineFilter filter(isTakenOut, *talk.rdbuf(), trace);
         std::ostream stream(&filter);
-        stream << "The parameter, debug, is missing, default value is used: 0\n"
-               << "The parameter, historySize, is missing, default value is used: 10\n"
-               << "The parameter, RHMContext, is missing, default value is used\n"
-               << "Warning: the parameter, debug, is missing, default value is used: \n"
-               << "cut off";
+        stream << "take " << 1 << "\nkeep\n do not take\n\ntake this\ncut off";
     }
-    EXPECT_EQ(
-        talk.str(),
-        "The parameter, historySize, is missing, default value is used: 10\n"
-        "Warning: the parameter, debug, is missing, default value is used: \ncut off");
-    EXPECT_EQ(
-        trace.str(),
-        "The parameter, debug, is missing, default value is used: 0\n"
-        "The parameter, RHMContext, is missing, default value is used\n");
+    EXPECT_EQ(talk.str(), "keep\n do not take\n\ncut off");
+    EXPECT_EQ(trace.str(), "take 1\ntake this\n");
 }
 
 TEST(ProgressBar, SaysHowFarTheWorkIs)

@@ -45,6 +45,8 @@ const std::string kIn =
     "[{model: GoesIn, objects: {p: 3, g: Door}, begin: 2.04, end: 2.04, alarm: NOTURGENT}]";
 const std::string kLate = "[{model: GoesIn, objects: {p: 3}, begin: 3, end: 3}]";
 
+constexpr auto kRecursively = std::filesystem::copy_options::recursive;
+
 } // namespace
 
 TEST(TestCommand, PassesWhereEventsAreAsExpected)
@@ -230,6 +232,22 @@ TEST(TestCommand, SaysWhyACaseCannotBeRun)
     EXPECT_THAT(
         outcome.out, HasSubstr("cannot be run: line 4: there is no model 'GoesUp' in use\n"));
     EXPECT_THAT(outcome.out, HasSubstr("FAILED  c (line 5)\n    cannot be run: "));
+}
+
+TEST(TestCommand, TellsOnceWhatIsWrongInTheFilesOfItsCases)
+{
+    std::filesystem::remove_all(temporary("gate"));
+    std::filesystem::copy(kExamples + "gate", temporary("gate"), kRecursively);
+    const std::string parameters =
+        fileWith("gate/gate.yaml", contentOf(kExamples + "gate/gate.yaml") + "historySise: 12\n");
+    const std::string tracks = "tracks: " + kExamples + "gate/scenes/flow.yaml, events: []}\n";
+    const std::string file = fileWith(
+        "two.yaml",
+        "params: " + parameters + "\ncases:\n  - {name: a, " + tracks + "  - {name: b, " + tracks);
+    const Outcome outcome = runProgram("test " + file);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.talk, HasSubstr("gate/gate.yaml:19:1: error: there is no "));
+    EXPECT_EQ(outcome.talk.find("error: "), outcome.talk.rfind("error: ")) << outcome.talk;
 }
 
 TEST(TestCommand, RunsNothingWhereAFileIsWrong)
