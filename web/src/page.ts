@@ -13,6 +13,7 @@ import { whole } from './timeline/span';
 import { Announcer } from './ui/announcer';
 import { button, element } from './ui/dom';
 import { Help } from './ui/help';
+import { levelLegend } from './ui/levels';
 import { listen } from './ui/keyboard';
 import { splitter } from './ui/splitter';
 import { Tabs } from './ui/tabs';
@@ -68,6 +69,7 @@ export function buildPage({ report, problems, loadWhy }: LoadedReport): HTMLElem
     element('header', {}, [
       element('h1', { text: report.data.title || 'Report', title: report.data.title }),
       element('p', { class: 'facts', text: factsOf(report) }),
+      levelLegend(report),
       themes.root,
       button('Keys', { class: 'quiet', title: 'Keyboard and pointer (?)' }, () => help.open()),
     ]),

@@ -17,6 +17,11 @@ export class ClockText {
     return this.iso(time).slice(11, 23);
   }
 
+  // 10:15:04.6
+  tenths(time: number): string {
+    return this.iso(Math.round(time / 100) * 100).slice(11, 21);
+  }
+
   // 10:15:04
   short(time: number): string {
     return this.iso(time).slice(11, 19);

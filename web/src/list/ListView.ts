@@ -154,7 +154,7 @@ export class ListView {
       text: level < 0 ? '–' : report.alarmName(level),
     });
     const texts: Record<Column, string | Node> = {
-      begin: report.clock.exact(report.begin(event)).slice(0, -2),
+      begin: report.clock.tenths(report.begin(event)),
       duration: durationText(report.duration(event)),
       model: report.model(event).name,
       objects: report.bindings(event),

@@ -1,24 +1,23 @@
 import assert from 'node:assert/strict';
 import { mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
-import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
-import { chromium, type Browser, type Page } from 'playwright-core';
+import type { Browser, Page } from 'playwright-core';
+import { addChecker, findings } from '../accessibility';
 import { carrier, fill, kDataPlace, packed } from '../fill';
 import { hall, type Fixture } from '../fixture';
-import { launchOptions } from '../launch';
+import { launch, openPage, type Opened } from '../openPage';
 
 const kTemplate = process.env['REPORT_TEMPLATE'] as string;
 const kMostBytes = 400 * 1024;
 const template = readFileSync(kTemplate, 'utf8');
 const folder = mkdtempSync(join(tmpdir(), 'report-page-'));
-const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 let browser: Browser;
 let count = 0;
 
 before(async () => {
-  browser = await chromium.launch(launchOptions());
+  browser = await launch();
 });
 
 after(async () => {
@@ -26,39 +25,13 @@ after(async () => {
   rmSync(folder, { recursive: true, force: true });
 });
 
-interface Opened {
-  page: Page;
-  problems: string[];
-}
+type Options = Parameters<typeof openPage>[2];
 
-// Opens a page as a file; whatever it complains of or asks the network for is a problem.
-async function open(
-  html: string,
-  options: { colorScheme?: 'light' | 'dark'; bypassCSP?: boolean } = {},
-): Promise<Opened> {
+async function open(html: string, options: Options = {}): Promise<Opened> {
   count += 1;
   const file = join(folder, `${count}.html`);
   writeFileSync(file, html);
-  const page = await browser.newPage({ viewport: { width: 1280, height: 800 }, ...options });
-  const problems: string[] = [];
-  page.on('pageerror', error => problems.push(error.message));
-  page.on('dialog', dialog => {
-    problems.push(`dialog ${dialog.message()}`);
-    void dialog.dismiss();
-  });
-  page.on('console', message => {
-    if (message.type() === 'error' || message.type() === 'warning') {
-      problems.push(message.text());
-    }
-  });
-  page.on('request', request => {
-    if (!/^(file|data|blob):/.test(request.url())) {
-      problems.push(`asked for ${request.url()}`);
-    }
-  });
-  await page.goto(`file://${file}`);
-  await page.waitForSelector('.page, .failure');
-  return { page, problems };
+  return openPage(browser, file, options);
 }
 
 function small(): Fixture {
@@ -358,7 +331,7 @@ test('both themes have no finding of the accessibility checker', async () => {
   for (const colorScheme of ['light', 'dark'] as const) {
     const opened = await open(fill(template, { ...small() }), { colorScheme, bypassCSP: true });
     const { page } = opened;
-    await page.addScriptTag({ content: axe });
+    await addChecker(page);
     await page.keyboard.press('n');
     for (const key of ['1', '2', '3', '?']) {
       await page.keyboard.press(key);
@@ -368,24 +341,6 @@ test('both themes have no finding of the accessibility checker', async () => {
     await closed(opened);
   }
 });
-
-interface Axe {
-  run(options: object): Promise<{ violations: { id: string; impact: string; nodes: { html: string }[] }[] }>;
-}
-
-async function findings(page: Page): Promise<string[]> {
-  return page.evaluate(async () => {
-    const checker = (window as unknown as { axe: Axe }).axe;
-    const { violations } = await checker.run({ resultTypes: ['violations'] });
-    return violations.map(
-      ({ id, impact, nodes }) =>
-        `${impact} ${id}: ${nodes
-          .map(node => node.html)
-          .join(' ')
-          .slice(0, 300)}`,
-    );
-  });
-}
 
 test('the theme switch wins over the system and print is light', async () => {
   const opened = await open(fill(template, { ...small() }), { colorScheme: 'dark' });

@@ -6,6 +6,7 @@ const clock = new ClockText('2026-09-14T10:15:00.000');
 
 test('a time is shown by the clock of the recording, whatever zone the browser is in', () => {
   assert.equal(clock.exact(4600), '10:15:04.600');
+  assert.equal(clock.tenths(4660), '10:15:04.7');
   assert.equal(clock.full(0), '2026-09-14T10:15:00.000');
   assert.equal(clock.date(14 * 3_600_000), '2026-09-15');
 });
