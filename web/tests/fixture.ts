@@ -66,7 +66,7 @@ export function hall(size: Size, seed = 7): Fixture {
       fixed: [],
       subEvents: [],
     },
-    statistics: { frames: 100 },
+    statistics: { frames: 4501, 'candidates tested': 1_234_567 },
   };
   addEvents(data, random, size);
   return { data, tracks: { quantum: kQuantum, actors: tracks }, why: explanations(data, size.milliseconds) };

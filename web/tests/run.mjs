@@ -1,4 +1,4 @@
-// Runs tests: node tests/run.mjs unit|browser|measure [ARGUMENT...]
+// Runs tests: node tests/run.mjs unit|browser|reports|measure|pictures [ARGUMENT...]
 //
 // The tests are bundled into a folder of this run's own below node_modules, so that packages are found from there.
 // REPORT_TEMPLATE names the page that browser tests fill; without it the page is built first.
@@ -51,7 +51,7 @@ try {
     await template(join(folder, 'page'));
   }
   const files = await bundled(join(folder, 'tests'));
-  const runner = kind === 'measure' ? [...files, ...rest] : ['--test', ...files];
+  const runner = ['measure', 'pictures'].includes(kind) ? [...files, ...rest] : ['--test', ...files];
   status = spawnSync(process.execPath, runner, { stdio: 'inherit' }).status ?? 1;
 } finally {
   rmSync(folder, { recursive: true, force: true });

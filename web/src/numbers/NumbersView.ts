@@ -82,7 +82,22 @@ export class NumbersView {
       this.dwell,
       title('Actors over time'),
       this.actors,
+      ...this.runParts(title('The run')),
     );
+  }
+
+  // What the program counted while it recognised.
+  private runParts(title: HTMLElement): HTMLElement[] {
+    const rows = Object.entries(this.report.data.statistics).map(([name, value]) =>
+      element('tr', {}, [
+        element('th', { text: name, attributes: { scope: 'row' } }),
+        element('td', {
+          class: 'number',
+          text: typeof value === 'number' ? value.toLocaleString('en') : String(value),
+        }),
+      ]),
+    );
+    return rows.length === 0 ? [] : [title, element('table', { class: 'run' }, [element('tbody', {}, rows)])];
   }
 
   private countTable(): HTMLElement {

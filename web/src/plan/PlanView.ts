@@ -1,6 +1,7 @@
 import type { Point } from '../data';
 import type { Report } from '../report';
 import type { Store } from '../store';
+import { placeAt } from '../tracks';
 import { Surface } from '../ui/canvas';
 import { readPalette, type Palette } from '../ui/colours';
 import { element, tool } from '../ui/dom';
@@ -8,7 +9,7 @@ import { isForPage, onDrag } from '../ui/drag';
 import { drawActors } from './drawActors';
 import { drawBackground, drawScaleBar, drawScene } from './drawScene';
 import { legend } from './legend';
-import { boxOf, fit, panned, zoomed, type Box, type Projection } from './projection';
+import { boxOf, fit, panned, toScreen, zoomed, type Box, type Projection } from './projection';
 
 const kMargin = 36;
 const kWheelStep = 0.0015;
@@ -57,6 +58,7 @@ export class PlanView {
     this.listen(stage);
     this.loadPicture();
     store.on(['time', 'selected', 'trail'], () => this.surface.redraw());
+    store.on(['selected'], () => this.reveal());
     store.on(['theme'], () => this.refresh());
   }
 
@@ -219,6 +221,27 @@ export class PlanView {
       highlighted: marked.actors,
     });
     drawScaleBar(context, projection, palette, scene.unit);
+  }
+
+  // Brings those who take part in the selected event into view where the plan was moved away from them.
+  private reveal(): void {
+    const { width, height } = this.projection;
+    const { actors, scene } = this.marked();
+    const places = [
+      ...[...actors].flatMap(actor => {
+        const track = this.report.tracks[actor];
+        const place = track && placeAt(track, this.store.state.time);
+        return place ? [place] : [];
+      }),
+      ...[...scene].flatMap(index => this.report.data.scene.objects[index]?.shape ?? []),
+    ];
+    const box = boxOf(places);
+    const isOutside = ([x, y]: Point): boolean => x < 0 || y < 0 || x > width || y > height;
+    if (this.isTouched && box && places.some(place => isOutside(toScreen(this.projection, place)))) {
+      const centre: Point = [(box.left + box.right) / 2, (box.low + box.high) / 2];
+      const { scale } = fit(box, this.down, width, height, kMargin);
+      this.projection = { ...this.projection, centre, scale: Math.min(this.projection.scale, scale) };
+    }
   }
 
   private marked(): { actors: Set<number>; scene: Set<number> } {

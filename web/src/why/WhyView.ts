@@ -1,4 +1,4 @@
-import type { WhyData } from '../data';
+import type { NearMiss, WhyData } from '../data';
 import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText, trimmed } from '../time';
@@ -154,7 +154,7 @@ export class WhyView {
     const isLast = last === bins.bins.length;
     this.model.replaceChildren(
       ...this.windowParts(index, first * binWidth, isLast ? this.report.end : last * binWidth),
-      ...sumParts(summed(bins.bins, texts, first, last)),
+      ...sumParts(summed(bins.bins, texts, first, last), seconds => this.store.set({ time: seconds * 1000 })),
     );
   }
 
@@ -182,7 +182,7 @@ export class WhyView {
   }
 }
 
-function sumParts(sum: WhyNotSum): HTMLElement[] {
+function sumParts(sum: WhyNotSum, moveTo: (seconds: number) => void): HTMLElement[] {
   const parts: HTMLElement[] = [];
   parts.push(element('p', { text: `${sum.candidates.toLocaleString('en')} candidates were tried.` }));
   if (sum.cutFrames > 0) {
@@ -204,18 +204,32 @@ function sumParts(sum: WhyNotSum): HTMLElement[] {
     );
   }
   if (sum.nearest) {
-    const { when, objects, false: missed } = sum.nearest;
-    const misses = missed.map(finding => `${finding.text} ${finding.note ?? ''}`.trim()).join('; ');
-    parts.push(
-      element('p', {
-        text: `Nearest came ${objectsText(objects)} at ${trimmed(when.seconds, 2)} s: ${misses || 'all constraints held'}.`,
-      }),
-    );
+    parts.push(nearestText(sum.nearest, moveTo));
   }
   if (sum.constraints.length > 0) {
     parts.push(sumTable(sum));
   }
   return parts;
+}
+
+// Who came nearest, and when: the time leads there.
+function nearestText(
+  { when, objects, false: missed }: NearMiss,
+  moveTo: (seconds: number) => void,
+): HTMLElement {
+  const misses = missed.map(finding => `${finding.text} ${finding.note ?? ''}`.trim()).join('; ');
+  const time = element('button', {
+    class: 'link',
+    text: `${trimmed(when.seconds, 2)} s`,
+    title: 'Go to this time',
+  });
+  time.type = 'button';
+  time.addEventListener('click', () => moveTo(when.seconds));
+  return element('p', {}, [
+    `Nearest came ${objectsText(objects)} at `,
+    time,
+    `: ${misses || 'all constraints held'}.`,
+  ]);
 }
 
 function sumTable(sum: WhyNotSum): HTMLElement {
@@ -235,6 +249,6 @@ function sumTable(sum: WhyNotSum): HTMLElement {
       ]),
     ]);
   });
-  const head = element('tr', {}, [header('Constraint'), header('First false'), header('Nearest')]);
+  const head = element('tr', {}, [header('Constraint'), header('First false', 'number'), header('Nearest')]);
   return element('table', { class: 'findings' }, [element('thead', {}, [head]), element('tbody', {}, rows)]);
 }

@@ -62,8 +62,8 @@ export function findingsTable(findings: Finding[]): HTMLElement {
   return element('table', { class: 'findings' }, [element('thead', {}, [head]), element('tbody', {}, rows)]);
 }
 
-export function header(text: string): HTMLElement {
-  return element('th', { text, attributes: { scope: 'col' } });
+export function header(text: string, name = ''): HTMLElement {
+  return element('th', { class: name, text, attributes: { scope: 'col' } });
 }
 
 export function marginText(finding: Finding): string {

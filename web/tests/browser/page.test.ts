@@ -227,6 +227,7 @@ test('numbers count what the data has', async () => {
   ]);
   assert.deepEqual(shown, expected);
   assert.equal(await page.locator('.numbers .uplot').count(), 3);
+  assert.match(await text(page, '.run'), /candidates tested\s+1,234,567/);
   await closed(opened);
 });
 
