@@ -14,7 +14,24 @@ import { DataProblem, fields, index, list, number, numbers, optional, text, text
 
 const kVersion = 1;
 
+// Events and models without an alarm are of a level without a name: here they have none.
+function withoutNameless(data: ReportData): ReportData {
+  const names = data.alarms.filter(name => name !== '');
+  const levelOf = data.alarms.map(name => names.indexOf(name));
+  const level = (alarm: number): number => levelOf[alarm] ?? -1;
+  return {
+    ...data,
+    alarms: names,
+    models: data.models.map(model => ({ ...model, alarm: level(model.alarm) })),
+    events: { ...data.events, alarm: data.events.alarm.map(level) },
+  };
+}
+
 export function readReport(value: unknown): ReportData {
+  return withoutNameless(readTables(value));
+}
+
+function readTables(value: unknown): ReportData {
   const root = fields(value, 'the report');
   if (root['version'] !== kVersion) {
     throw new DataProblem(

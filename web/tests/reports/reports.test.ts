@@ -103,6 +103,7 @@ function countsOf(lines: Line[]): Map<string, number> {
 }
 
 async function explore(page: Page, line: Line): Promise<void> {
+  await page.locator('.clock').click();
   await page.keyboard.press(' ');
   await page.waitForFunction(() => !document.querySelector('.clock')?.textContent?.endsWith('00.000'));
   await page.keyboard.press(' ');

@@ -41,6 +41,17 @@ test('a picture from elsewhere is refused', () => {
   assert.throws(() => readReport(data), /background is no picture/);
 });
 
+test('a level without a name is none', () => {
+  const data = copy();
+  data['alarms'] = ['', 'LOW', 'HIGH', 'HIGHER'];
+  const read = readReport(data);
+  assert.deepEqual(read.alarms, ['LOW', 'HIGH', 'HIGHER']);
+  assert.deepEqual(
+    read.models.map(model => model.alarm),
+    [-1, -1, -1, -1, 0, 1, 2],
+  );
+});
+
 test('tracks of other actors are refused', () => {
   assert.throws(() => readTracks(whole.tracks, 4), /tracks of 3 actors, not of 4/);
   assert.equal(readTracks(whole.tracks, 3).actors.length, 3);
