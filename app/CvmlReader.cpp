@@ -73,7 +73,7 @@ bool CvmlReader::advance()
         } else if (m_xml.error() != QXmlStreamReader::PrematureEndOfDocumentError) {
             finish("the XML is damaged: " + m_xml.errorString().toStdString());
         } else if (m_fedSinceToken > m_limits.longestToken) {
-            finish("a tag or text is too long");
+            finish(fmt::format("a tag or text is longer than {} bytes", m_limits.longestToken));
         } else if (!feed()) {
             const bool isComplete = m_hasRoot && m_depth == 0 && m_input->damage().empty();
             finish(
@@ -111,7 +111,7 @@ void CvmlReader::readStart(TrackFrame& frame)
     ++m_depth;
     const QStringView name = m_xml.name();
     if (m_depth > m_limits.deepestElement) {
-        finish("elements are nested too deeply");
+        finish(fmt::format("elements are nested more than {} deep", m_limits.deepestElement));
     } else if (!m_hasRoot) {
         m_hasRoot = true;
         if (name != QLatin1String("dataset")) {
@@ -222,7 +222,9 @@ void CvmlReader::readObjectEnd(TrackFrame& frame)
         return;
     }
     if (frame.actors.size() == m_limits.mostActors) {
-        refuseObject(TrackProblemKind::OutOfRange, "the frame has too many objects");
+        refuseObject(
+            TrackProblemKind::OutOfRange,
+            fmt::format("the frame has more than {} objects", m_limits.mostActors));
         return;
     }
     const std::optional<TrackBox> box = GroundMapper::roundedBox(*m_object->box);
@@ -252,7 +254,7 @@ std::optional<int> CvmlReader::wholeAttribute(QLatin1String name)
 }
 
 // Reports what is wrong with the open object, which is then left out.
-void CvmlReader::refuseObject(TrackProblemKind kind, const char* reason)
+void CvmlReader::refuseObject(TrackProblemKind kind, const std::string& reason)
 {
     if (!m_object->isFaulty) {
         m_object->isFaulty = true;

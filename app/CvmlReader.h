@@ -70,7 +70,7 @@ private:
     void readObjectEnd(TrackFrame& frame);
     std::optional<double> attribute(QLatin1String name);
     std::optional<int> wholeAttribute(QLatin1String name);
-    void refuseObject(TrackProblemKind kind, const char* reason);
+    void refuseObject(TrackProblemKind kind, const std::string& reason);
     TrackPlace place() const;
 
     std::unique_ptr<TrackInput> m_input;

@@ -3,6 +3,7 @@
 #include "app/FrameClock.h"
 #include "app/JsonNumbers.h"
 
+#include <fmt/format.h>
 #include <limits>
 #include <utility>
 
@@ -16,6 +17,8 @@ JsonLineParser::JsonLineParser(
     : m_ground(options.ground)
     , m_defaultType(options.defaultType)
     , m_limits(options.limits)
+    , m_tooManyActors(fmt::format("the frame has more than {} objects", m_limits.mostActors))
+    , m_tooLongType(fmt::format("\"type\" is longer than {} bytes", m_limits.longestType))
     , m_problems(problems)
     , m_order(order)
 {
@@ -160,7 +163,7 @@ bool JsonLineParser::parseActor(json::value& value, TrackFrame& frame)
         }
     }
     if (actor.fault == nullptr && frame.actors.size() > m_limits.mostActors) {
-        fail(actor, TrackProblemKind::OutOfRange, "the frame has too many objects");
+        fail(actor, TrackProblemKind::OutOfRange, m_tooManyActors.c_str());
     }
     if (actor.fault != nullptr || !complete(actor, tracked)) {
         frame.actors.pop_back();
@@ -215,7 +218,7 @@ bool JsonLineParser::parseType(json::value& value, Actor& actor, TrackedActor& t
     if (value.get_string().get(type) == simdjson::SUCCESS) {
         actor.hasType = true;
         if (type.size() > m_limits.longestType) {
-            fail(actor, TrackProblemKind::OutOfRange, "\"type\" is too long");
+            fail(actor, TrackProblemKind::OutOfRange, m_tooLongType.c_str());
         } else {
             tracked.type = type;
         }

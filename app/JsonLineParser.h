@@ -75,6 +75,9 @@ private:
     GroundMapper m_ground;
     std::string m_defaultType;
     TrackLimits m_limits;
+    // What to say beyond the limits.
+    std::string m_tooManyActors;
+    std::string m_tooLongType;
     TrackProblems& m_problems;
     FrameOrder& m_order;
     simdjson::ondemand::parser m_json;

@@ -2,6 +2,7 @@
 
 #include "app/JsonLineParser.h"
 
+#include <fmt/format.h>
 #include <utility>
 
 namespace scenariomatch
@@ -12,6 +13,7 @@ JsonLinesReader::JsonLinesReader(
     : m_input(std::move(input))
     , m_problems(problems)
     , m_order(FrameTimer(options.start, options.framesPerSecond), problems)
+    , m_longestLine(options.limits.input.longestLine)
     , m_parser(std::make_unique<JsonLineParser>(options, problems, m_order))
 {
 }
@@ -24,7 +26,9 @@ bool JsonLinesReader::next(TrackFrame& frame)
     while (!m_problems.isStopped() && m_input->nextLine(line)) {
         if (line.isTooLong) {
             m_problems.report(
-                TrackProblemKind::TooLong, {line.number, 1, line.text}, "the line is too long");
+                TrackProblemKind::TooLong,
+                {line.number, 1, line.text},
+                fmt::format("the line is longer than {} bytes", m_longestLine));
             continue;
         }
         if (line.text.find_first_not_of(" \t") == std::string_view::npos) {

@@ -45,6 +45,7 @@ private:
     std::unique_ptr<TrackInput> m_input;
     TrackProblems& m_problems;
     FrameOrder m_order;
+    std::size_t m_longestLine;
     std::unique_ptr<JsonLineParser> m_parser;
     std::optional<TrackFailure> m_failure;
     bool m_isDamageReported = false;

@@ -80,7 +80,9 @@ void RowReader::readRow(const TextLine& line)
     }
     if (line.isTooLong) {
         m_problems.report(
-            TrackProblemKind::TooLong, {line.number, 1, line.text}, "the line is too long");
+            TrackProblemKind::TooLong,
+            {line.number, 1, line.text},
+            fmt::format("the line is longer than {} bytes", m_limits.input.longestLine));
         return;
     }
     if (line.text[first] == '#') {
@@ -109,7 +111,9 @@ void RowReader::fill(TrackFrame& frame, std::size_t end)
         const TrackPlace place{row.line, 0, {}};
         if (frame.actors.size() == m_limits.mostActors) {
             m_problems.report(
-                TrackProblemKind::OutOfRange, place, "the frame has too many objects");
+                TrackProblemKind::OutOfRange,
+                place,
+                fmt::format("the frame has more than {} objects", m_limits.mostActors));
             continue;
         }
         if (!m_ids.insert(row.id)) {

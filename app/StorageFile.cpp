@@ -1,6 +1,7 @@
 #include "app/StorageFile.h"
 
 #include "app/FieldReader.h"
+#include "host/XmlTags.h"
 
 #include <QXmlStreamReader>
 
@@ -199,6 +200,14 @@ private:
     QXmlStreamReader m_xml;
 };
 
+// The line of a tag with more attributes than are read.
+std::optional<std::ptrdiff_t> crowdedLine(const std::string& text)
+{
+    const auto tag = findCrowdedTag(QString::fromLatin1(text));
+    return tag ? std::optional(1 + std::count(text.begin(), text.begin() + *tag, '\n'))
+               : std::nullopt;
+}
+
 std::optional<std::string> readWhole(const std::string& path, std::string& error)
 {
     std::ifstream input(path, std::ios::binary);
@@ -238,6 +247,11 @@ std::optional<StorageFile> readStorageFile(const std::string& path, std::string&
         return std::nullopt;
     }
     if (trimmed(*text).starts_with('<')) {
+        if (const auto crowded = crowdedLine(*text)) {
+            error = fmt::format(
+                "{}:{}: a tag has more than {} attributes", path, *crowded, kMostXmlAttributes);
+            return std::nullopt;
+        }
         XmlStorage storage(*text);
         StorageFile file = storage.read();
         if (!storage.xml().hasError()) {

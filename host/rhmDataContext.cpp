@@ -1,5 +1,7 @@
 #include "host/rhmDataContext.h"
 
+#include "host/XmlTags.h"
+
 #include <QFile>
 #include <QStringDecoder>
 #include <QXmlStreamReader>
@@ -90,6 +92,12 @@ bool rhmDataContext::readText(const QByteArray& text, const QString& fileName)
     // The reader's own idea of the place lies behind the tag; with the characters at hand the tag's
     // start is found.
     m_text = decoded(text);
+    if (const auto crowded = scenariomatch::findCrowdedTag(m_text, m_limits.attributes)) {
+        const Place place = placeOf(*crowded);
+        m_text.clear();
+        return refuse(
+            place, "a tag has more than " + std::to_string(m_limits.attributes) + " attributes");
+    }
     QXmlStreamReader xml(m_text);
     xml.setEntityExpansionLimit(m_limits.entityCharacters);
     const bool isRead = readContext(xml);
@@ -130,6 +138,13 @@ void rhmDataContext::report(Place place, const std::string& reason)
     m_errors.push_back({m_fileName, place.line, place.column, reason});
 }
 
+// Telling a place takes time: not for what is counted only.
+void rhmDataContext::reportAt(qint64 offset, const std::string& reason)
+{
+    const bool isKept = m_errors.size() < m_limits.errors;
+    report(isKept ? placeOf(offset) : Place(), reason);
+}
+
 bool rhmDataContext::nextStartElement(QXmlStreamReader& xml)
 {
     while (!xml.atEnd()) {
@@ -159,8 +174,7 @@ bool rhmDataContext::readContext(QXmlStreamReader& xml)
     }
     while (nextStartElement(xml)) {
         if (xml.name() != QStringLiteral("Element")) {
-            report(
-                placeOf(m_tag), "<" + xml.name().toString().toStdString() + "> is not known here");
+            reportAt(m_tag, "<" + xml.name().toString().toStdString() + "> is not known here");
             xml.skipCurrentElement();
         } else if (!readElement(xml)) {
             return false;
@@ -186,15 +200,15 @@ bool rhmDataContext::readElement(QXmlStreamReader& xml)
     element.height = height.value_or(0.0);
     element.radius = radius.value_or(0.0);
     if (element.kind.empty()) {
-        report(placeOf(tag), "the element has no kind");
+        reportAt(tag, "the element has no kind");
         isSound = false;
     }
     if (!readVertices(xml, element, isSound) || xml.hasError()) {
         return false;
     }
     if (isSound && element.vertices.size() < leastVertices(element)) {
-        report(
-            placeOf(tag),
+        reportAt(
+            tag,
             "the element " + quoted(QString::fromStdString(element.name)) + " has " +
                 std::to_string(element.vertices.size()) + " vertices and needs " +
                 std::to_string(leastVertices(element)));
@@ -214,8 +228,7 @@ bool rhmDataContext::readVertices(QXmlStreamReader& xml, ContextElement& element
 {
     while (nextStartElement(xml)) {
         if (xml.name() != QStringLiteral("Vertex")) {
-            report(
-                placeOf(m_tag), "<" + xml.name().toString().toStdString() + "> is not known here");
+            reportAt(m_tag, "<" + xml.name().toString().toStdString() + "> is not known here");
             xml.skipCurrentElement();
             continue;
         }
@@ -244,15 +257,13 @@ rhmDataContext::number(const QXmlStreamAttributes& attributes, QStringView name,
         if (!isRequired) {
             return 0.0;
         }
-        report(placeOf(m_tag), "the attribute " + quoted(name) + " is missing");
+        reportAt(m_tag, "the attribute " + quoted(name) + " is missing");
         return std::nullopt;
     }
     const auto text = attributes.value(key);
     const auto value = finiteNumber(text.toString().toStdString());
     if (!value.has_value()) {
-        report(
-            placeOf(m_tag),
-            "the attribute " + quoted(name) + " is no finite number: " + quoted(text));
+        reportAt(m_tag, "the attribute " + quoted(name) + " is no finite number: " + quoted(text));
     }
     return value;
 }

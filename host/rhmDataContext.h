@@ -2,6 +2,7 @@
 
 #include "host/ContextElement.h"
 #include "host/HostExport.h"
+#include "host/XmlTags.h"
 
 #include <QByteArray>
 #include <QString>
@@ -41,6 +42,8 @@ struct ContextLimits
     qint64 fileBytes = qint64{64} * 1024 * 1024;
     // Characters that one XML entity may expand to.
     int entityCharacters = 4096;
+    // Of one tag.
+    int attributes = kMostXmlAttributes;
     std::size_t elements = 100'000;
     std::size_t verticesPerElement = 100'000;
     // Problems that are kept; the others are counted.
@@ -105,6 +108,7 @@ private:
     Place placeOf(qint64 offset) const;
     bool refuse(Place place, const std::string& reason);
     void report(Place place, const std::string& reason);
+    void reportAt(qint64 offset, const std::string& reason);
     bool readContext(QXmlStreamReader& xml);
     bool readElement(QXmlStreamReader& xml);
     bool readVertices(QXmlStreamReader& xml, ContextElement& element, bool& isSound);

@@ -120,7 +120,10 @@ bool ConstraintParser::failUnopened(const Range& place)
 bool ConstraintParser::parseChain(ConstraintNode& node, bool isArgument)
 {
     if (++m_depth > kMaximumDepth) {
-        return fail("malformed", m_cursor.here(), "the constraint nests too deeply");
+        return fail(
+            "malformed",
+            m_cursor.here(),
+            fmt::format("the constraint nests more than {} deep", kMaximumDepth));
     }
     std::vector<ConstraintNode> items;
     const bool isParsed = parseItems(items, isArgument) && buildChain(node, items, isArgument);

@@ -2,6 +2,7 @@
 // in the order of the text is told.
 
 #include "lint/Checks.h"
+#include "scenario/CConstraint.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -188,7 +189,10 @@ void checkReading(const ModelConstraint& constraint, Diagnostics& out)
         return;
     }
     if (!constraint.read) {
-        out.add("malformed", constraint.range, "the constraint nests too deeply");
+        out.add(
+            "malformed",
+            constraint.range,
+            fmt::format("the constraint nests more than {} deep", CConstraint::kMaximumDepth));
         return;
     }
     if (isSameTree(*constraint.meant, *constraint.read)) {

@@ -1,5 +1,7 @@
 #include "plugin/ParameterFile.h"
 
+#include "plugin/ParameterText.h"
+
 #include <opencv2/core/persistence.hpp>
 #include <opencv2/core/utility.hpp>
 #include <opencv2/core/utils/logger.hpp>
@@ -61,16 +63,27 @@ struct ParameterFile::Storage
 {
     SilentLibrary silence;
     cv::FileStorage file;
+    std::string fault;
 };
 
 ParameterFile::ParameterFile(const std::string& path)
     : m_storage(std::make_unique<Storage>())
 {
+    const std::optional<std::string> text = readParameterText(path, m_storage->fault);
+    const std::optional<std::string> fault = text ? findParameterFault(*text) : std::nullopt;
+    if (!text || fault) {
+        m_storage->fault = fault.value_or(m_storage->fault);
+        return;
+    }
     try {
-        m_storage->file.open(path, cv::FileStorage::READ);
-    } catch (const std::exception&) {
+        m_storage->file.open(*text, cv::FileStorage::READ | cv::FileStorage::MEMORY);
+    } catch (const cv::Exception& error) {
         // As if there were no file.
         m_storage->file.release();
+        m_storage->fault = error.err;
+    } catch (const std::exception& error) {
+        m_storage->file.release();
+        m_storage->fault = error.what();
     }
 }
 
@@ -79,6 +92,11 @@ ParameterFile::~ParameterFile() = default;
 bool ParameterFile::isOpen() const
 {
     return m_storage->file.isOpened();
+}
+
+const std::string& ParameterFile::fault() const
+{
+    return m_storage->fault;
 }
 
 std::string ParameterFile::text(const std::string& key) const

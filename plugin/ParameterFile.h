@@ -27,6 +27,9 @@ public:
 
     bool isOpen() const;
 
+    // Why the file is not open; empty where there is none.
+    const std::string& fault() const;
+
     // Empty when the key is absent or holds no text.
     std::string text(const std::string& key) const;
     // A whole number as it is, a real rounded to nearest, 2147483647 for anything else, 0 when the

@@ -1,3 +1,4 @@
+#include "host/ovkLogger.h"
 #include "plugin/ParameterFile.h"
 #include "plugin/ScenarioMatchProcess.h"
 
@@ -184,6 +185,9 @@ void ScenarioMatchProcess::readEngineParametersFromFile(const std::string& path)
 {
     const ParameterFile file(path);
     if (!file.isOpen()) {
+        if (!file.fault().empty()) {
+            ovkLogger::instance()->log(ovkLogger::kErrorLevel, path + ": " + file.fault());
+        }
         std::cout << "\nConfiguration file is not found. Assuming Default Values\n";
         return;
     }

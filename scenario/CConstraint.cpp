@@ -42,7 +42,9 @@ void setOperator(CConstraint& node, std::string_view name)
 {
     // Where a blank is missing all that follows is a name, on every level of nesting.
     if (name.size() > CConstraint::kMaximumNameLength) {
-        throw std::out_of_range("CConstraint::read: the name of an operator is too long");
+        throw std::out_of_range(
+            "CConstraint::read: the name of an operator is longer than " +
+            std::to_string(CConstraint::kMaximumNameLength) + " bytes");
     }
     node.m_operatorName = name;
     node.m_operator = CConstraint::m_allOperators[node.m_operatorName];
@@ -80,7 +82,9 @@ private:
 void Reader::readConstraint(CConstraint& node, std::string_view text, int depth)
 {
     if (depth > CConstraint::kMaximumDepth) {
-        throw std::out_of_range("CConstraint::read: the constraint nests too deeply");
+        throw std::out_of_range(
+            "CConstraint::read: the constraint nests more than " +
+            std::to_string(CConstraint::kMaximumDepth) + " deep");
     }
     text = withoutLeadingBlanks(text);
     const std::size_t open = text.find('(');

@@ -52,7 +52,9 @@ public:
         }
         const std::string_view word = firstWord(piece);
         if (word.size() > CSScenario::kMaximumNameLength) {
-            throw std::out_of_range("CSScenario::readPhysicalObjects: a name is too long");
+            throw std::out_of_range(
+                "CSScenario::readPhysicalObjects: a name is longer than " +
+                std::to_string(CSScenario::kMaximumNameLength) + " bytes");
         }
         return std::string(word);
     }

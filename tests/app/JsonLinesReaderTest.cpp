@@ -198,7 +198,7 @@ TEST(JsonLinesReader, LeavesOutObjectsWithAReason)
     EXPECT_EQ(faultOf(R"({"id":1,"box":[1,2,3,4],"type":3})"), "\"type\" is not a text");
     EXPECT_EQ(
         faultOf(R"({"id":1,"box":[1,2,3,4],"type":")" + std::string(300, 'T') + "\"}"),
-        "\"type\" is too long");
+        "\"type\" is longer than 256 bytes");
     EXPECT_EQ(faultOf(R"({"id":1,"box":[1,2,-3,4]})"), "the box has a number out of range");
     EXPECT_EQ(faultOf(R"({"id":1,"box":[1e12,2,3,4]})"), "the box has a number out of range");
     EXPECT_EQ(faultOf(R"({"id":1,"position":[1e12,2,3]})"), "the position is out of range");
@@ -263,7 +263,8 @@ TEST(JsonLinesReader, LeavesOutLinesThatAreTooLong)
     const TrackReading reading = readTracks(
         "{\"frame\":1,\"actors\":[" + std::string(1000, ' ') + "]}\n" + lineOf("", 2), options);
     EXPECT_EQ(reading.frames.size(), 1U);
-    EXPECT_TRUE(reading.talk.starts_with("tracks:1:1: the line is too long\n{\"frame\":1"))
+    EXPECT_TRUE(
+        reading.talk.starts_with("tracks:1:1: the line is longer than 100 bytes\n{\"frame\":1"))
         << reading.talk;
     EXPECT_EQ(reading.summary, "tracks: 1 line too long left out\n");
 }
@@ -276,6 +277,8 @@ TEST(JsonLinesReader, LeavesOutObjectsBeyondTheLimitOfAFrame)
         readTracks(lineOf(R"({"id":1,"box":[1,2,3,4]},{"id":2,"box":[1,2,3,4]})"), options);
     ASSERT_EQ(reading.frames.size(), 1U);
     EXPECT_EQ(reading.frames[0].actors.size(), 1U);
+    EXPECT_NE(reading.talk.find("the frame has more than 1 objects"), std::string::npos)
+        << reading.talk;
     EXPECT_EQ(reading.summary, "tracks: 1 number out of range left out\n");
 }
 

@@ -4,6 +4,7 @@
 #include "tests/app/TrackReading.h"
 
 #include <cmath>
+#include <fmt/format.h>
 
 namespace scenariomatch
 {
@@ -78,6 +79,15 @@ TEST(StorageFile, SaysWhereAFileIsWrong)
     EXPECT_FALSE(readStorageFile(temporaryFile("none"), error));
     EXPECT_EQ(error, temporaryFile("none") + ": No such file or directory");
     EXPECT_FALSE(readStorageFile(testing::TempDir(), error));
+}
+
+TEST(StorageFile, RefusesATagWithTooManyAttributes)
+{
+    std::string text = "<?xml version=\"1.0\"?>\n<opencv_storage>\n<debug";
+    for (int i = 0; i < 90'000; ++i) {
+        text += fmt::format(" a{}=''", i);
+    }
+    EXPECT_EQ(entriesOf(text + "/></opencv_storage>"), "file:3: a tag has more than 64 attributes");
 }
 
 TEST(StorageFile, RefusesDeepNesting)

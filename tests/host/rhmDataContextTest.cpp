@@ -215,6 +215,27 @@ TEST(rhmDataContext, RefusesTextBeyondItsLimits)
     EXPECT_THAT(texts(context), ElementsAre(HasSubstr(":1:1: larger than 30 bytes")));
 }
 
+TEST(rhmDataContext, RefusesATagWithTooManyAttributes)
+{
+    rhmDataContext context({.attributes = 2});
+    EXPECT_TRUE(read(context, "<Context a='' b=''/>"));
+    EXPECT_FALSE(read(context, "<Context>\n <Element kind='camera' b='' c=''/></Context>"));
+    EXPECT_THAT(texts(context), ElementsAre("c.xml:2:2: a tag has more than 2 attributes"));
+}
+
+TEST(rhmDataContext, CountsAHundredThousandProblemsAtOnce)
+{
+    std::string text = "<Context>\n";
+    for (int i = 0; i < 100'000; ++i) {
+        text += "<Other/>\n";
+    }
+    rhmDataContext context;
+    EXPECT_TRUE(read(context, (text + "</Context>").c_str()));
+    EXPECT_EQ(context.errors().size(), 100U);
+    EXPECT_EQ(context.errors().back().line, 101);
+    EXPECT_EQ(context.unreportedErrors(), 99'900U);
+}
+
 TEST(rhmDataContext, RefusesMoreElementsAndVerticesThanItsLimits)
 {
     rhmDataContext context({.elements = 1, .verticesPerElement = 2});

@@ -102,6 +102,15 @@ TEST_F(ScenarioMatchProcessParameters, TakeAFileThatCannotBeParsedForMissing)
     }
 }
 
+TEST_F(ScenarioMatchProcessParameters, LogWhyAFileThatIsThereIsNotTaken)
+{
+    read(path("missing.yml"));
+    EXPECT_THAT(m_log, testing::IsEmpty());
+    read(testing::TempDir());
+    EXPECT_THAT(
+        m_log, testing::ElementsAre(HasSubstr(testing::TempDir() + ": it is no ordinary file")));
+}
+
 TEST_F(ScenarioMatchProcessParameters, AreReadFromYaml)
 {
     readData("parameters.yml");
