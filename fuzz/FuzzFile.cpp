@@ -38,6 +38,16 @@ const FuzzFolder& fuzzFolder()
     return folder;
 }
 
+std::string_view takePart(std::string_view& rest)
+{
+    constexpr std::string_view kSeparator = "\n====\n";
+    const std::size_t end = rest.find(kSeparator);
+    const std::string_view part = rest.substr(0, end);
+    rest =
+        end == std::string_view::npos ? std::string_view() : rest.substr(end + kSeparator.size());
+    return part;
+}
+
 void silenceStreams()
 {
     std::cout.rdbuf(nullptr);

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+// What every target is: takes one input, and returns 0. It must not fail, whatever the input is.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
 namespace scenariomatch
 {
 
@@ -35,6 +38,14 @@ inline std::string_view textOf(const std::uint8_t* data, std::size_t size)
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are what a file is made of
     return {reinterpret_cast<const char*>(data), size};
 }
+
+// Names the files of a few texts.
+inline constexpr std::string_view kEngineFile =
+    "List {\nFuzz,\nincludeEngine(settings.txt)\nincludeScenario(models.txt)\n}\n";
+
+// The first of several texts, one behind the other with a line "====" between them; the others are
+// left over.
+std::string_view takePart(std::string_view& rest);
 
 // Keeps the process's own output streams silent: what readers report would drown the fuzzer's own
 // words.

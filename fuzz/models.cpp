@@ -1,29 +1,10 @@
 // An engine file with settings and models as strangers write them, and recognition with what was
-// read. The input is up to three texts, one behind the other with a line "====" between them:
-// models, settings, engine file.
+// read. The input is up to four texts, one behind the other with a line "====" between them:
+// models, settings, engine file, constants.
 #include "fuzz/FuzzFile.h"
 #include "fuzz/FuzzScene.h"
 
-#include <array>
 #include <stdexcept>
-
-namespace
-{
-
-constexpr std::string_view kSeparator = "\n====\n";
-constexpr std::string_view kEngineFile =
-    "List {\nFuzz,\nincludeEngine(settings.txt)\nincludeScenario(models.txt)\n}\n";
-
-std::string_view takePart(std::string_view& rest)
-{
-    const std::size_t end = rest.find(kSeparator);
-    const std::string_view part = rest.substr(0, end);
-    rest =
-        end == std::string_view::npos ? std::string_view() : rest.substr(end + kSeparator.size());
-    return part;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -35,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view engineText = takePart(rest);
     const std::string file =
         fuzzFolder().write("engine.txt", engineText.empty() ? kEngineFile : engineText);
+    fuzzFolder().write("constants.txt", takePart(rest));
     CSEngine engine;
     prepare(engine);
     try {
