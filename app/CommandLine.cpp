@@ -46,6 +46,7 @@ CommandLine::CommandLine()
     , score(addScoreCommand(program, scoreOptions))
     , test(addTestCommand(program, testOptions))
     , explain(addExplainCommand(program, explainOptions))
+    , repair(addRepairCommand(program, repairOptions))
 {
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);

@@ -5,6 +5,7 @@
 #include "app/GenerateCommand.h"
 #include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
+#include "app/RepairCommand.h"
 #include "app/RunOptions.h"
 #include "app/ScoreCommand.h"
 #include "app/SynthCommand.h"
@@ -38,6 +39,7 @@ struct CommandLine
     ScoreOptions scoreOptions;
     TestOptions testOptions;
     ExplainOptions explainOptions;
+    RepairOptions repairOptions;
     // The commands belong to the program.
     const CLI::App* run;
     const CLI::App* check;
@@ -48,6 +50,7 @@ struct CommandLine
     const CLI::App* score;
     const CLI::App* test;
     const CLI::App* explain;
+    const CLI::App* repair;
 };
 
 } // namespace scenariomatch

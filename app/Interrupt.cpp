@@ -26,10 +26,15 @@ void catchInterrupt()
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    // A reader of our output that goes away makes writing fail, which is told, and does not end us.
+    ignoreWriteSignals();
+}
+
+void ignoreWriteSignals()
+{
+    struct sigaction action = {};
     action.sa_handler = SIG_IGN;
-    action.sa_flags = 0;
     sigaction(SIGPIPE, &action, nullptr);
+    sigaction(SIGXFSZ, &action, nullptr);
 }
 
 bool isInterrupted()

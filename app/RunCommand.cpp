@@ -1,5 +1,6 @@
 #include "app/RunCommand.h"
 
+#include "app/EventFileWatch.h"
 #include "app/ExitStatus.h"
 #include "app/Interrupt.h"
 #include "app/RecognitionSetup.h"
@@ -58,6 +59,7 @@ private:
     bool checkOutputs();
     bool openOutputs();
     bool prepareProcess();
+    void watchEventFile();
     bool recognise();
     bool printPlans();
     const RecognitionView* ownView() const;
@@ -78,6 +80,8 @@ private:
     std::unique_ptr<TrackReader> m_reader;
     RecognitionSetup m_setup;
     std::unique_ptr<rhmAbstractProcessEventRecognition> m_process;
+    // Where there is an event file.
+    std::optional<EventFileWatch> m_watch;
     RunStatistics m_statistics;
     std::optional<RunFault> m_fault;
 };
@@ -90,6 +94,7 @@ int Run::perform()
         const StreamRedirection redirection(
             std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
         if (prepareProcess()) {
+            watchEventFile();
             m_options.isPlan ? printPlans() : recognise();
         }
         // Ending the process closes its event file.
@@ -200,6 +205,13 @@ bool Run::prepareProcess()
     return m_process || failAsSetup();
 }
 
+void Run::watchEventFile()
+{
+    if (hasEventFile()) {
+        m_watch.emplace(textOf("XML3FileName"));
+    }
+}
+
 // Null where the process has none.
 const RecognitionView* Run::ownView() const
 {
@@ -238,6 +250,7 @@ bool Run::recognise()
         fail(kExitOutput, name + ": the events cannot be written");
     }
     if (m_options.hasStatistics) {
+        m_statistics.setLostFrames(m_watch ? m_watch->lost() : 0);
         m_statistics.print(m_talk);
     }
     return judgeReading();
@@ -252,6 +265,9 @@ bool Run::recogniseFrames(RunSession& session)
     TrackFrame frame;
     while (m_data && !isInterrupted() && m_reader->next(frame)) {
         session.addFrame(frame);
+        if (m_watch) {
+            m_watch->addFrame(frame.number);
+        }
         m_data.flush();
         if (bar) {
             bar->show(m_statistics.frames(), m_reader->progress());
@@ -277,11 +293,9 @@ bool Run::judgeReading()
 // The process does not say when its event file cannot be written.
 bool Run::judgeEventFile()
 {
-    const std::string name = textOf("XML3FileName");
-    if (!hasEventFile() || hasArrived(name, "</Tarvos>\n")) {
-        return true;
-    }
-    return fail(kExitOutput, name + " (XML3FileName): the events cannot be written");
+    const std::string reason = m_watch ? m_watch->judgeEnd() : "";
+    return reason.empty() ||
+           fail(kExitOutput, textOf("XML3FileName") + " (XML3FileName): " + reason);
 }
 
 bool Run::hasProgress() const

@@ -70,22 +70,4 @@ bool isWritable(const std::string& path)
     return !canBeLost(path) || std::ofstream(path, std::ios::binary | std::ios::app).good();
 }
 
-bool hasArrived(const std::string& path, const std::string& ending)
-{
-    std::error_code error;
-    if (std::filesystem::is_character_file(path, error)) {
-        std::ofstream device(path, std::ios::binary | std::ios::app);
-        device << '\n' << std::flush;
-        return device.good();
-    }
-    if (!std::filesystem::is_regular_file(path, error)) {
-        return true;
-    }
-    std::ifstream file(path, std::ios::binary);
-    std::string last(ending.size(), '\0');
-    file.seekg(-static_cast<std::streamoff>(last.size()), std::ios::end);
-    file.read(last.data(), static_cast<std::streamsize>(last.size()));
-    return file.good() && last == ending;
-}
-
 } // namespace scenariomatch

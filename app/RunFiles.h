@@ -23,8 +23,4 @@ std::string clashOf(const std::vector<RunFile>& read, const std::vector<RunFile>
 // in it. What is no regular file is left alone and counts as writable. The reason is in errno.
 bool isWritable(const std::string& path);
 
-// Whether all of a written file has arrived: a regular file ends with the text, a device still
-// takes a line break.
-bool hasArrived(const std::string& path, const std::string& ending);
-
 } // namespace scenariomatch

@@ -54,6 +54,9 @@ void RunStatistics::print(std::ostream& out) const
     if (m_candidateCuts > 0) {
         out << fmt::format("models cut short     {}\n", m_candidateCuts);
     }
+    if (m_lostFrames > 0) {
+        out << fmt::format("frames not in file   {}\n", m_lostFrames);
+    }
 }
 
 void CountingEventWriter::write(const ReportedEvent& event)

@@ -19,6 +19,9 @@ public:
 
     void countReported() { ++m_reported; }
 
+    // How many frames are not in the event file.
+    void setLostFrames(std::uint64_t count) { m_lostFrames = count; }
+
     std::size_t frames() const { return m_frames; }
 
     // Writes one figure a line; troubles only where there were some.
@@ -37,6 +40,7 @@ private:
     std::size_t m_mostLive = 0;
     std::uint64_t m_operatorFailures = 0;
     std::uint64_t m_candidateCuts = 0;
+    std::uint64_t m_lostFrames = 0;
     std::uint64_t m_reported = 0;
 };
 

@@ -47,6 +47,9 @@ int runProgram(int argc, char** argv)
     if (line.explain->parsed()) {
         return runExplain(line.explainOptions, std::cout, std::cerr);
     }
+    if (line.repair->parsed()) {
+        return runRepair(line.repairOptions, std::cerr);
+    }
     if (line.newOperator->parsed()) {
         return runNewOperator(
             line.newOperatorOptions,

@@ -4,8 +4,7 @@
 #include "host/ovkAbstractProcessFactory.h"
 #include "host/ovkLogger.h"
 #include "plugin/ActorAgents.h"
-
-#include <fstream>
+#include "plugin/EventFile.h"
 
 ScenarioMatchProcess::ScenarioMatchProcess()
     : m_engine(std::make_shared<CSEngine>())
@@ -18,8 +17,7 @@ ScenarioMatchProcess::ScenarioMatchProcess()
 
 ScenarioMatchProcess::~ScenarioMatchProcess()
 {
-    std::ofstream file(m_xml3FileName, std::ios::app);
-    file << "</Tarvos>\n";
+    scenariomatch::appendToFile(m_xml3FileName, "</Tarvos>\n");
 }
 
 bool ScenarioMatchProcess::registered()

@@ -1,12 +1,12 @@
 #include "engine/CSEngine.h"
 #include "plugin/ActorAgents.h"
 #include "plugin/CurrentInstances.h"
+#include "plugin/EventFile.h"
 #include "plugin/MergeClauses.h"
 #include "plugin/ScenarioMatchProcess.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
 #include <iostream>
 
 namespace
@@ -168,8 +168,7 @@ void ScenarioMatchProcess::storeEventList()
     }
     m_frameText.clear();
     appendFrame(m_frameText);
-    std::ofstream file(m_xml3FileName, std::ios::app);
-    file << m_frameText.text();
+    scenariomatch::appendToFile(m_xml3FileName, m_frameText.text());
 }
 
 void ScenarioMatchProcess::writeTrace()

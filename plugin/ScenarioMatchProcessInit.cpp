@@ -2,6 +2,7 @@
 #include "host/ovkLogger.h"
 #include "host/rhmDataContext.h"
 #include "plugin/ActorAgents.h"
+#include "plugin/EventFile.h"
 #include "plugin/ScenarioMatchProcess.h"
 
 #include <fstream>
@@ -155,8 +156,10 @@ void ScenarioMatchProcess::initLevels()
 void ScenarioMatchProcess::initEventFile()
 {
     if (m_saveXML3File) {
-        std::ofstream file(m_xml3FileName, std::ios::trunc);
-        file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Tarvos version=\"3.00\">\n";
+        std::ofstream(m_xml3FileName, std::ios::trunc).close();
+        scenariomatch::appendToFile(
+            m_xml3FileName,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Tarvos version=\"3.00\">\n");
     }
 }
 

@@ -484,7 +484,49 @@ TEST(RunCommand, SaysThatTheEventFileCannotBeWritten)
     EXPECT_EQ(full.status, 6);
     EXPECT_EQ(full.out, kFirstEvent + kSecondEvent);
     EXPECT_EQ(
-        full.talk, "scenariomatch run: /dev/full (XML3FileName): the events cannot be written\n");
+        full.talk,
+        "scenariomatch run: /dev/full (XML3FileName): "
+        "9 of 9 frames could not be written, the first is frame 1\n");
+    EXPECT_THAT(
+        runProgram(start + " --set XML3FileName=/dev/full --stats").talk,
+        HasSubstr("\nframes not in file   9\n"));
+}
+
+TEST(RunCommand, GoesOnWhenTheEventFileMayNotGrowAndSaysWhatIsLost)
+{
+    const std::string whole = temporary("whole.xml");
+    const std::string file = temporary("events.xml");
+    const std::string start = kRun + "--set saveXML3File=true --set XML3FileName=";
+    EXPECT_EQ(runProgram(start + whole).status, 0);
+    // No file may have more than 3072 bytes.
+    const Outcome limited = runProgram(start + file, "ulimit -f 6; ");
+    EXPECT_EQ(limited.status, 6);
+    EXPECT_EQ(limited.out, kFirstEvent + kSecondEvent);
+    EXPECT_THAT(
+        limited.talk,
+        testing::MatchesRegex("scenariomatch run: .*/.*events.xml \\(XML3FileName\\): [1-8] of 9 "
+                              "frames could not be "
+                              "written, the first is frame [2-9].*\n"));
+    // What is there is the beginning of the file, whole frames and perhaps small ones behind it.
+    EXPECT_LE(contentOf(file).size(), 3072U);
+    EXPECT_EQ(runProgram("repair " + file).status, 0);
+    EXPECT_THAT(contentOf(file), StartsWith(contentOf(whole).substr(0, 1000)));
+}
+
+TEST(RunCommand, EndsWithStatusSixWhenNobodyReadsItsOutput)
+{
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    ::close(pipe[0]);
+    const std::string talk = temporary("talk");
+    // NOLINTNEXTLINE(cert-env33-c): the redirection is the shell's
+    const int status = std::system(
+        (kProgram + " " + kRun + " >&" + std::to_string(pipe[1]) + " 2>" + talk).c_str());
+    ::close(pipe[1]);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 6);
+    EXPECT_EQ(
+        contentOf(talk), "scenariomatch run: standard output: the events cannot be written\n");
 }
 
 TEST(RunCommand, RefusesNumbersThatAreNone)

@@ -72,13 +72,4 @@ TEST_F(RunFilesTest, TellsWhetherAFileCanBeWrittenAndKeepsIt)
     EXPECT_TRUE(isWritable("/dev/null"));
 }
 
-TEST_F(RunFilesTest, TellsWhetherTheEndHasArrived)
-{
-    EXPECT_TRUE(hasArrived(path("tracks"), "xt\n"));
-    EXPECT_FALSE(hasArrived(path("tracks"), "xt"));
-    EXPECT_FALSE(hasArrived(path("tracks"), "a longer text\n"));
-    EXPECT_TRUE(hasArrived("/dev/null", "end"));
-    EXPECT_FALSE(hasArrived("/dev/full", "end"));
-}
-
 } // namespace scenariomatch

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +13,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 
 namespace
 {
@@ -222,6 +224,46 @@ TEST_F(EventXml, IsWrittenNowhereWhenItCannotBeOpened)
     frame(1, 0.0, {});
     EXPECT_EQ(m_output, "Scene ID:0");
     EXPECT_EQ(finished(), "");
+}
+
+TEST_F(EventXml, TakesBackWhatDoesNotFitAndGoesOnWhenThereIsRoom)
+{
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    ASSERT_TRUE(startWriting({}));
+    frame(1, 0.0, {});
+    const std::string whole = readFile("events.xml");
+    for (std::size_t room = 0; room < 160; room += 7) {
+        const rlimit little{whole.size() + room, limit.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &little), 0);
+        frame(2, 1.0, {});
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        EXPECT_EQ(readFile("events.xml"), whole) << room;
+    }
+    frame(3, 2.0, {});
+    const std::string text = finished();
+    EXPECT_THAT(text, testing::StartsWith(whole + " <RHVideoFrame frameID=\"3\""));
+    EXPECT_THAT(text, testing::EndsWith(" </RHVideoFrame>\n</Tarvos>\n"));
+    EXPECT_THAT(m_log, testing::IsEmpty());
+}
+
+TEST_F(EventXml, GoesOnWhenItsFolderVanishesAndComesBack)
+{
+    std::filesystem::create_directory(path("out"));
+    ASSERT_TRUE(start(
+        {.parameters =
+             "saveXML3File: \"true\"\nXML3FileName: \"" + path("out/events.xml") + "\"\n"}));
+    frame(1, 0.0, {});
+    std::filesystem::remove_all(path("out"));
+    frame(2, 1.0, {});
+    std::filesystem::create_directory(path("out"));
+    frame(3, 2.0, {});
+    m_process.reset();
+    const std::string text = readFile("out/events.xml");
+    EXPECT_THAT(text, testing::StartsWith(" <RHVideoFrame frameID=\"3\""));
+    EXPECT_THAT(text, testing::EndsWith("</Tarvos>\n"));
+    EXPECT_THAT(m_log, testing::IsEmpty());
 }
 
 TEST_F(EventXml, FollowsTheFlagFrameByFrame)
