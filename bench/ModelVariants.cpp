@@ -166,6 +166,24 @@ MadeModels closePeople(const Crowd& crowd, int people)
     return made;
 }
 
+MadeModels levelChain(const Crowd& crowd, int levels)
+{
+    MadeModels made;
+    made.zones = {crowd.zoneA()};
+    addState(made, "level_0", "PhysicalObjects((p : Person))\nConstraints((p->ID >= 0))");
+    for (int level = 1; level < levels; ++level) {
+        addComposite(
+            made,
+            fmt::format("level_{}", level),
+            fmt::format(
+                "PhysicalObjects((p : Person))\n"
+                "Components((c : {} level_{}(p)))",
+                level == 1 ? "PrimitiveState" : "CompositeEvent",
+                level - 1));
+    }
+    return made;
+}
+
 void addSeenModels(MadeModels& made, int models, int firstId, int objectsEach)
 {
     for (int i = 0; i < models; ++i) {

@@ -27,6 +27,10 @@ MadeModels variedQuestions(const Crowd& crowd, int variants);
 // One state of so many people who are all closer to each other than two metres.
 MadeModels closePeople(const Crowd& crowd, int people);
 
+// A state that is true of everybody, and events upon it, one made of the one before; so many models
+// in all, of which each frame recognises every one for every person.
+MadeModels levelChain(const Crowd& crowd, int levels);
+
 // Adds states of one object of type Mobile, each true of so many objects from an id on. What they
 // recognise has nothing to do with the people of the crowd.
 void addSeenModels(MadeModels& made, int models, int firstId, int objectsEach);

@@ -116,6 +116,19 @@ void peakMemory(benchmark::State& state)
     }
 }
 
+// As many actors in a frame as nobody tracks; a few frames.
+void manyActors(benchmark::State& state)
+{
+    const int frames = std::max(2, benchOptions().frames / 30);
+    const RunFiles files(static_cast<int>(state.range(0)), frames);
+    for ([[maybe_unused]] auto iteration : state) {
+        const ChildUsage usage = files.run();
+        state.SetIterationTime(usage.wallSeconds);
+        state.counters["ms_per_frame"] = usage.wallSeconds * 1e3 / frames;
+        state.counters["peak_mebibytes"] = usage.peakMebibytes;
+    }
+}
+
 // An hour: all pairs of people in all frames.
 void explainHour(benchmark::State& state)
 {
@@ -133,6 +146,12 @@ void explainHour(benchmark::State& state)
 BENCHMARK(explainHour)
     ->ArgName("people")
     ->Arg(20)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(manyActors)
+    ->ArgName("people")
+    ->Arg(10'000)
     ->UseManualTime()
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);

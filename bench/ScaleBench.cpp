@@ -158,10 +158,25 @@ void sweepInstances(benchmark::State& state)
     sweep(state, withBags(crowd.frames(), bags), models);
 }
 
+// Events of events of events.
+void deepLevels(benchmark::State& state)
+{
+    const Crowd crowd(kSweepPeople, benchOptions().frames);
+    sweep(state, crowd.frames(), levelChain(crowd, static_cast<int>(state.range(0))));
+}
+
+BENCHMARK(deepLevels)
+    ->ArgName("levels")
+    ->Arg(10)
+    ->Arg(100)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(hundredModels)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
 BENCHMARK(liveInstances)
     ->ArgName("instances")
     ->Arg(1000)
+    ->Arg(10'000)
     ->UseManualTime()
     ->Iterations(1)
     ->Unit(benchmark::kMicrosecond);
