@@ -8,7 +8,7 @@ import { isForPage, onDrag } from '../ui/drag';
 import { drawLine } from './drawLanes';
 import { drawLinks, type Placed } from './drawLinks';
 import { buildGroups, foldedAtFirst, laneRange, type LaneGroup } from './lanes';
-import { barPlace, kHeights, layOut, lineAt, totalHeight, type Line } from './layout';
+import { barPlace, emptyKey, kHeights, layOut, lineAt, totalHeight, type Line } from './layout';
 import { pannedSpan, showing, whole, zoomedSpan, type Span } from './span';
 import { Tooltip } from './tooltip';
 
@@ -220,7 +220,7 @@ export class TimelineView {
     const event = this.eventAt(x, y);
     if (event >= 0) {
       this.store.set({ selected: event, time: this.report.begin(event) });
-    } else if (line?.kind === 'group') {
+    } else if (line && line.kind !== 'lane') {
       this.toggle(line);
     } else {
       this.store.set({ selected: -1 });
@@ -233,7 +233,7 @@ export class TimelineView {
       return;
     }
     const keys = line.kind === 'group' ? this.folded : this.opened;
-    const key = line.kind === 'group' ? line.group.key : line.lane.key;
+    const key = keyOf(line);
     if (!keys.delete(key)) {
       keys.add(key);
     }
@@ -243,6 +243,7 @@ export class TimelineView {
   toggleAll(): void {
     if (this.folded.size > 0) {
       this.folded.clear();
+      this.groups.forEach(group => this.opened.add(emptyKey(group)));
     } else {
       this.groups.forEach(group => this.folded.add(group.key));
     }
@@ -263,7 +264,7 @@ export class TimelineView {
   private eventAt(x: number, y: number): number {
     const height = y - kAxis + this.top;
     const line = lineAt(this.lines, height);
-    if (!line || (line.kind === 'group' && line.isOpen)) {
+    if (!line || line.kind === 'empty' || (line.kind === 'group' && line.isOpen)) {
       return -1;
     }
     let best = -1;
@@ -303,7 +304,7 @@ export class TimelineView {
     return this.lines.find(line =>
       line.kind === 'lane'
         ? line.lane.key === key
-        : !line.isOpen && line.group.lanes.some(lane => lane.key === key),
+        : line.kind === 'group' && !line.isOpen && line.group.lanes.some(lane => lane.key === key),
     );
   }
 
@@ -395,18 +396,18 @@ export class TimelineView {
     context.fillRect(0, line.top, this.gutter - 1, line.height - (isGroup ? 0 : 1));
     context.textBaseline = 'middle';
     context.font = isGroup ? `600 ${kFont}` : kFont;
-    const count = isGroup ? String(line.group.lanes.length) : String(line.lane.events.length);
+    const { label, count } = wordsOf(line);
     context.textAlign = 'right';
     context.fillStyle = this.palette.muted;
     context.fillText(count, this.gutter - 10, middle);
     const countWidth = context.measureText(count).width;
-    if (isGroup || line.lane.rows > 1) {
+    if (line.kind !== 'lane' || line.lane.rows > 1) {
       chevron(context, isGroup ? 12 : 22, middle, line.isOpen, this.palette.muted);
     }
     const left = isGroup ? 22 : 32;
     context.textAlign = 'left';
-    context.fillStyle = isGroup || line.lane.events.length > 0 ? this.palette.ink : this.palette.muted;
-    const label = isGroup ? line.group.label : line.lane.label;
+    const isMuted = line.kind === 'empty' || (line.kind === 'lane' && line.lane.events.length === 0);
+    context.fillStyle = isMuted ? this.palette.muted : this.palette.ink;
     context.fillText(fitted(context, label, this.gutter - left - countWidth - 20), left, middle);
   }
 
@@ -450,6 +451,23 @@ export class TimelineView {
     context.closePath();
     context.fill();
   }
+}
+
+function keyOf(line: Line): string {
+  if (line.kind === 'lane') {
+    return line.lane.key;
+  }
+  return line.kind === 'group' ? line.group.key : emptyKey(line.group);
+}
+
+function wordsOf(line: Line): { label: string; count: string } {
+  if (line.kind === 'lane') {
+    return { label: line.lane.label, count: String(line.lane.events.length) };
+  }
+  const { label, lanes, empty } = line.group;
+  return line.kind === 'group'
+    ? { label, count: String(lanes.length + empty.length) }
+    : { label: 'without events', count: String(empty.length) };
 }
 
 function chevron(

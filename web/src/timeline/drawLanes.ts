@@ -22,8 +22,8 @@ const kTextRoom = 34;
 const kFont = '10px system-ui, sans-serif';
 
 export function drawLine(context: CanvasRenderingContext2D, line: Line, look: LaneLook): void {
-  if (line.kind === 'group') {
-    if (!line.isOpen) {
+  if (line.kind !== 'lane') {
+    if (line.kind === 'group' && !line.isOpen) {
       line.group.lanes.forEach(lane => drawBars(context, line, lane, look));
     }
     return;

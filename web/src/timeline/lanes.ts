@@ -12,10 +12,12 @@ export interface Lane {
   actor: number;
 }
 
+// Lanes of models without events stand behind a line of their own, which is folded to begin with.
 export interface LaneGroup {
   key: string;
   label: string;
   lanes: Lane[];
+  empty: Lane[];
 }
 
 const kMostRows = 12;
@@ -29,23 +31,28 @@ export function buildGroups(report: Report): LaneGroup[] {
   const order = report.data.models
     .map((_, model) => model)
     .sort((a, b) => (height[b] as number) - (height[a] as number) || a - b);
-  const groups = kindOrder(report.data.kinds).map(({ kind, name }) => ({
-    key: `kind ${kind}`,
-    label: name,
-    lanes: order
+  const groups = kindOrder(report.data.kinds).map(({ kind, name }) => {
+    const lanes = order
       .filter(model => report.data.models[model]?.kind === kind)
       .map(model =>
         lane(report, `model ${model}`, report.data.models[model]?.name ?? '', eventsOf[model] ?? [], -1),
-      ),
-  }));
+      );
+    return {
+      key: `kind ${kind}`,
+      label: name,
+      lanes: lanes.filter(({ events }) => events.length > 0),
+      empty: lanes.filter(({ events }) => events.length === 0),
+    };
+  });
   groups.push({
     key: 'actors',
     label: 'Actors',
     lanes: report.data.actors.map((_, actor) =>
       lane(report, `actor ${actor}`, report.actorName(actor), report.eventsOfActor(actor), actor),
     ),
+    empty: [],
   });
-  return groups.filter(group => group.lanes.length > 0);
+  return groups.filter(group => group.lanes.length + group.empty.length > 0);
 }
 
 // Groups that are folded to begin with.

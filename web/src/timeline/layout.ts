@@ -1,29 +1,52 @@
 import type { Lane, LaneGroup } from './lanes';
 
-// Where a line of the timeline stands, from the top of the first.
+interface Place {
+  group: LaneGroup;
+  top: number;
+  height: number;
+  isOpen: boolean;
+}
+
+// Where a line of the timeline stands, from the top of the first: the head of a group, a lane, or the line that stands
+// for the lanes without events.
 export type Line =
-  | { kind: 'group'; group: LaneGroup; top: number; height: number; isOpen: boolean }
-  | { kind: 'lane'; group: LaneGroup; lane: Lane; top: number; height: number; isOpen: boolean };
+  | ({ kind: 'group' } & Place)
+  | ({ kind: 'empty' } & Place)
+  | ({ kind: 'lane'; lane: Lane } & Place);
 
 export const kHeights = { group: 24, lane: 21, row: 14, pad: 6 };
 
 export function layOut(groups: LaneGroup[], folded: Set<string>, opened: Set<string>): Line[] {
   const lines: Line[] = [];
-  let top = 0;
+  const top = (): number => totalHeight(lines);
   for (const group of groups) {
     const isOpen = !folded.has(group.key);
-    lines.push({ kind: 'group', group, top, height: kHeights.group, isOpen });
-    top += kHeights.group;
-    if (isOpen) {
-      for (const lane of group.lanes) {
-        const isLaneOpen = opened.has(lane.key) && lane.rows > 1;
-        const height = isLaneOpen ? lane.rows * kHeights.row + kHeights.pad : kHeights.lane;
-        lines.push({ kind: 'lane', group, lane, top, height, isOpen: isLaneOpen });
-        top += height;
-      }
+    lines.push({ kind: 'group', group, top: top(), height: kHeights.group, isOpen });
+    if (!isOpen) {
+      continue;
+    }
+    const hasOpenEmpty = opened.has(emptyKey(group));
+    for (const lane of group.lanes) {
+      lines.push(laneLine(group, lane, top(), opened));
+    }
+    if (group.empty.length > 0) {
+      lines.push({ kind: 'empty', group, top: top(), height: kHeights.lane, isOpen: hasOpenEmpty });
+    }
+    for (const lane of hasOpenEmpty ? group.empty : []) {
+      lines.push(laneLine(group, lane, top(), opened));
     }
   }
   return lines;
+}
+
+export function emptyKey(group: LaneGroup): string {
+  return `empty ${group.key}`;
+}
+
+function laneLine(group: LaneGroup, lane: Lane, top: number, opened: Set<string>): Line {
+  const isOpen = opened.has(lane.key) && lane.rows > 1;
+  const height = isOpen ? lane.rows * kHeights.row + kHeights.pad : kHeights.lane;
+  return { kind: 'lane', group, lane, top, height, isOpen };
 }
 
 export function totalHeight(lines: Line[]): number {
@@ -53,6 +76,6 @@ export function barPlace(line: Line, position: number): { top: number; height: n
     const row = line.lane.rowOf[position] as number;
     return { top: line.top + kHeights.pad / 2 + row * kHeights.row + 1, height: kHeights.row - 2 };
   }
-  const inset = line.kind === 'group' ? 9 : line.lane.actor >= 0 ? 8 : 4;
+  const inset = line.kind !== 'lane' ? 9 : line.lane.actor >= 0 ? 8 : 4;
   return { top: line.top + inset, height: line.height - 2 * inset };
 }

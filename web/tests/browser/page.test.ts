@@ -127,8 +127,8 @@ test('an event is selected in the timeline by a click, and by keys', async () =>
   const { page } = opened;
   const stage = await page.locator('.timeline .stage').boundingBox();
   assert.ok(stage);
-  // Axis, two groups and two lanes above: the lane of LongVisit is the only one of the second group.
-  const y = stage.y + 26 + 24 + 2 * 21 + 24 + 10;
+  // Below the axis, a group with a line for two models without events, and the head of the second group.
+  const y = stage.y + 26 + 24 + 21 + 24 + 10;
   await page.mouse.move(stage.x + stage.width * 0.6, y);
   await page.waitForSelector('.tooltip:not([hidden])');
   assert.match(await text(page, '.tooltip'), /LongVisit #/);

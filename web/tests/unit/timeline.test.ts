@@ -16,8 +16,21 @@ test('composites stand above their components and actors at the end', () => {
   );
   assert.deepEqual(
     groups[0]?.lanes.map(lane => lane.label),
-    ['NeverSeen', 'BagLeft'],
+    ['BagLeft'],
   );
+});
+
+test('models without events stand behind a line that opens', () => {
+  const names = (opened: string[]): string[] =>
+    layOut(groups, new Set(), new Set(opened)).flatMap(line =>
+      line.kind === 'lane' ? [line.lane.label] : [],
+    );
+  assert.deepEqual(
+    groups[0]?.empty.map(lane => lane.label),
+    ['NeverSeen'],
+  );
+  assert.ok(!names([]).includes('NeverSeen'));
+  assert.ok(names(['empty kind 3']).includes('NeverSeen'));
 });
 
 test('every event has a place in the lane of its model', () => {
