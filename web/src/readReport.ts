@@ -10,7 +10,7 @@ import type {
   TracksData,
   WhyData,
 } from './data';
-import { DataProblem, fields, index, list, number, numbers, optional, text, texts } from './shape';
+import { DataProblem, fields, index, indexes, list, number, numbers, optional, text, texts } from './shape';
 
 const kVersion = 1;
 
@@ -164,7 +164,7 @@ function readEvents(value: unknown, models: number, alarms: number): EventColumn
   const lists = (name: string): number[][] => {
     const values = list(entry[name], `events.${name}`);
     sameLength(values, ids, name);
-    return values.map((part, i) => numbers(part, `events.${name}[${i}]`));
+    return values.map(part => numbers(part, `a list of events.${name}`));
   };
   const events: EventColumns = {
     id: ids,
@@ -179,15 +179,13 @@ function readEvents(value: unknown, models: number, alarms: number): EventColumn
     fixed: column('fixed'),
     subEvents: lists('subEvents'),
   };
-  events.model.forEach((model, i) => {
-    if (index(model, models, `events.model[${i}]`) < 0) {
-      throw new DataProblem(`events.model[${i}] names no model`);
-    }
-  });
-  events.alarm.forEach((alarm, i) => index(alarm, alarms, `events.alarm[${i}]`));
-  events.subEvents.forEach((parts, i) =>
-    parts.forEach(part => index(part, ids.length, `events.subEvents[${i}]`)),
-  );
+  indexes(events.model, models, 'events.model');
+  indexes(events.alarm, alarms, 'events.alarm');
+  indexes(events.subEvents.flat(), ids.length, 'events.subEvents');
+  const nameless = events.model.indexOf(-1);
+  if (nameless >= 0) {
+    throw new DataProblem(`events.model[${nameless}] names no model`);
+  }
   return events;
 }
 

@@ -35,14 +35,24 @@ export function number(value: unknown, place: string): number {
 
 export function numbers(value: unknown, place: string): number[] {
   const entries = list(value, place);
-  for (let i = 0; i < entries.length; i += 1) {
-    number(entries[i], `${place}[${i}]`);
+  // Words for a place are made where something is wrong, not for each of a million numbers.
+  const wrong = entries.findIndex(entry => typeof entry !== 'number' || !Number.isFinite(entry));
+  if (wrong >= 0) {
+    number(entries[wrong], `${place}[${wrong}]`);
   }
   return entries as number[];
 }
 
 export function texts(value: unknown, place: string): string[] {
   return list(value, place).map((entry, i) => text(entry, `${place}[${i}]`));
+}
+
+// All numbers of a list name entries of another one, or none with -1.
+export function indexes(values: number[], size: number, place: string): void {
+  const wrong = values.findIndex(entry => !Number.isInteger(entry) || entry < -1 || entry >= size);
+  if (wrong >= 0) {
+    index(values[wrong], size, `${place}[${wrong}]`);
+  }
 }
 
 // A number that names an entry of a list, or -1 for none.

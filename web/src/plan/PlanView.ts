@@ -14,6 +14,7 @@ import { boxOf, fit, panned, toScreen, zoomed, type Box, type Projection } from 
 const kMargin = 36;
 const kWheelStep = 0.0015;
 const kPickRadius = 14;
+const kPictureStrength = { light: 0.85, dark: 0.5 };
 
 // The scene from above, with everybody who is in it at the time of the play bar.
 export class PlanView {
@@ -210,7 +211,8 @@ export class PlanView {
     context.fillStyle = palette.sunken;
     context.fillRect(0, 0, projection.width, projection.height);
     if (this.picture && scene.background) {
-      drawBackground(context, this.picture, scene.background.placement, projection);
+      const strength = this.store.state.theme === 'dark' ? kPictureStrength.dark : kPictureStrength.light;
+      drawBackground(context, this.picture, scene.background.placement, projection, strength);
     }
     drawScene(context, scene.objects, { palette, projection, highlighted: marked.scene });
     this.places = drawActors(context, this.report, {

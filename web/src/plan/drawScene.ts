@@ -17,6 +17,7 @@ export function drawBackground(
   picture: HTMLImageElement,
   placement: [number, number, number, number],
   projection: Projection,
+  strength: number,
 ): void {
   const first = toScreen(projection, [placement[0], placement[1]]);
   const second = toScreen(projection, [placement[2], placement[3]]);
@@ -25,7 +26,7 @@ export function drawBackground(
   const isUpsideDown = first[1] < second[1];
   const height = Math.abs(first[1] - second[1]);
   context.save();
-  context.globalAlpha = 0.85;
+  context.globalAlpha = strength;
   context.translate(left, isUpsideDown ? top + height : top);
   context.scale(1, isUpsideDown ? -1 : 1);
   context.drawImage(picture, 0, 0, Math.abs(first[0] - second[0]), height);
