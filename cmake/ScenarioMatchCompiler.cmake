@@ -33,6 +33,12 @@ target_compile_definitions(scenariomatch_compiler INTERFACE
     $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>
     $<$<CONFIG:RelWithDebInfo>:_FORTIFY_SOURCE=2>)
 target_link_options(scenariomatch_compiler INTERFACE -Wl,-z,relro -Wl,-z,now)
+
+# For the parts of the engine's library: nobody replaces its functions by others of the same name, so that calls among
+# them need no detour.
+add_library(scenariomatch_inner INTERFACE)
+target_link_libraries(scenariomatch_inner INTERFACE scenariomatch_compiler)
+target_compile_options(scenariomatch_inner INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 if(SCENARIOMATCH_SANITIZE)
     target_compile_options(scenariomatch_compiler INTERFACE
         -fsanitize=${SCENARIOMATCH_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer

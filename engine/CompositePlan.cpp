@@ -91,22 +91,34 @@ CompositePlan::CompositePlan(const CSScenario& model, OperatorPromises& promises
     for (const auto& constraint : model.m_constraints) {
         assignSlots(*constraint, m_variables);
         for (const std::int32_t slot : slotsOf(*constraint)) {
-            m_readSlots.insert(static_cast<std::size_t>(slot));
+            m_readSlots.push_back(static_cast<std::size_t>(slot));
         }
         auto& expression = m_expressions.emplace_back();
         if (promises.isPure(*constraint)) {
             expression.emplace(*constraint, promises, numbering);
         }
     }
+    std::sort(m_readSlots.begin(), m_readSlots.end());
+    m_readSlots.erase(std::unique(m_readSlots.begin(), m_readSlots.end()), m_readSlots.end());
     m_agents.resize(m_variables.size());
     m_interval = numbering.attribute("Interval");
 }
 
 void CompositePlan::bind(const CSScenarioInstance& instance)
 {
+    // What binds as many variables as the model has mostly binds these: then each stands at its
+    // slot, and one comparison tells.
+    const auto& bindings = instance.m_bindings;
+    const bool isWhole = bindings.size() == m_variables.size();
+    auto bound = bindings.begin();
+    std::size_t place = 0;
     for (const std::size_t slot : m_readSlots) {
-        const auto bound = instance.m_bindings.find(m_variables[slot]);
-        m_agents[slot] = bound == instance.m_bindings.end() ? nullptr : &bound->second;
+        const std::string& variable = m_variables[slot];
+        for (; isWhole && place < slot; ++place) {
+            ++bound;
+        }
+        const auto found = isWhole && bound->first == variable ? bound : bindings.find(variable);
+        m_agents[slot] = found == bindings.end() ? nullptr : &found->second;
     }
 }
 

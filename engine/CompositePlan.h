@@ -11,7 +11,6 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -47,8 +46,8 @@ private:
 
     const CSScenario& m_model;
     std::vector<std::string> m_variables;
-    // Of the variables that constraints read.
-    std::set<std::size_t> m_readSlots;
+    // Of the variables that constraints read, in order.
+    std::vector<std::size_t> m_readSlots;
     // By constraint; nothing for one that is evaluated with value objects.
     std::vector<std::optional<Expression>> m_expressions;
     // The names of the attributes that expressions read, by number.

@@ -67,8 +67,8 @@ bool isOn(const CSScenarioInstance& instance, IdentifierOf&& identifierOf)
 struct RecognisedIndex
 {
     RecognisedGroup all;
-    std::unordered_map<std::uint64_t, RecognisedGroup> byParticipants;
-    std::vector<std::pair<std::string, std::unordered_map<int, RecognisedGroup>>> byAgent;
+    SteadyMap<std::uint64_t, RecognisedGroup> byParticipants;
+    std::vector<std::pair<std::string, SteadyMap<int, RecognisedGroup>>> byAgent;
     RecognitionSequence sequence;
     // Two models of one name may bind different variables: then only a walk over all finds the same
     // participants.
@@ -102,9 +102,7 @@ RecognisedIndex& RecognisedScenarios::indexOf(const std::string& modelName)
 
 void RecognisedScenarios::forgetAgents()
 {
-    for (const auto& [instance, entry] : m_entries) {
-        entry->agents.clear();
-    }
+    m_entries.forEach([](const std::unique_ptr<Entry>& entry) { entry->agents.clear(); });
 }
 
 void RecognisedScenarios::indexByParticipant(
@@ -148,9 +146,9 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
     entry.memberships.clear();
     RecognisedIndex& index = *entry.model;
     const auto dropEmpty = [](auto& groups, auto key) {
-        const auto found = groups.find(key);
-        if (found != groups.end() && found->second.empty()) {
-            groups.erase(found);
+        const Group* group = groups.find(key);
+        if (group != nullptr && group->empty()) {
+            groups.erase(key);
         }
     };
     dropEmpty(index.byParticipants, entry.participants);
@@ -171,12 +169,11 @@ RecognisedGroup* groupOf(RecognisedIndex& index, RecognisedScenarios::Participan
     if (const RecognisedEntry* expected = index.sequence.expect(participants)) {
         return expected->memberships[kSameParticipants].group;
     }
-    const auto group = index.byParticipants.find(hashOf(participants));
-    if (group == index.byParticipants.end()) {
-        return nullptr;
+    RecognisedGroup* const group = index.byParticipants.find(hashOf(participants));
+    if (group != nullptr) {
+        index.sequence.resumeBehind(*group->items().front());
     }
-    index.sequence.resumeBehind(*group->second.items().front());
-    return &group->second;
+    return group;
 }
 
 template <class IsSame>
@@ -287,8 +284,9 @@ RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance insta
     entry->place = m_list.append(entry->instance);
     enterIndex(*entry);
     touch(*entry, *entry->instance->m_end);
-    const CSScenarioInstance* key = entry->instance.get();
-    return *m_entries.emplace(key, std::move(entry)).first->second;
+    std::unique_ptr<Entry>& kept = m_entries[entry->instance.get()];
+    kept = std::move(entry);
+    return *kept;
 }
 
 bool RecognisedScenarios::isBefore(const Entry& a, const Entry& b)
@@ -394,8 +392,7 @@ const RecognisedScenarios::Group* RecognisedScenarios::ofParticipant(
     }
     for (const auto& [name, groups] : found->second->byAgent) {
         if (name == variable) {
-            const auto group = groups.find(agentId);
-            return group == groups.end() ? nullptr : &group->second;
+            return groups.find(agentId);
         }
     }
     return nullptr;

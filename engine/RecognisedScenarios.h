@@ -3,6 +3,7 @@
 #include "engine/ComponentAttributes.h"
 #include "engine/CSScenarioInstance.h"
 #include "engine/RecencyList.h"
+#include "engine/SteadyMap.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -89,7 +90,10 @@ public:
 
     const std::list<Instance>& list() const { return m_list.items(); }
 
-    bool has(const CSScenarioInstance& instance) const { return m_entries.contains(&instance); }
+    bool has(const CSScenarioInstance& instance) const
+    {
+        return m_entries.find(&instance) != nullptr;
+    }
 
     // Whether the list is in order: nothing was extended or added since the last sort.
     bool isSorted() const { return m_touched.empty(); }
@@ -161,7 +165,7 @@ private:
         const std::function<void(const CSScenarioInstance&)>& expired);
 
     RecencyList<Instance> m_list;
-    std::unordered_map<const CSScenarioInstance*, std::unique_ptr<Entry>> m_entries;
+    SteadyMap<const CSScenarioInstance*, std::unique_ptr<Entry>> m_entries;
     std::unordered_map<std::string, std::unique_ptr<RecognisedIndex>> m_models;
     // Extended or added since the last sort, and whether they all end at the same time.
     std::vector<Entry*> m_touched;
