@@ -28,6 +28,7 @@ CSEngine::~CSEngine()
 {
     m_recognition->awake.replace(m_agents);
     scenariomatch::setOperatorFailureHandler({});
+    scenariomatch::setOperatorTimes(nullptr);
     std::erase_if(CConstraint::m_allOperators, [this](const auto& entry) {
         return std::any_of(
             m_agentOperators.begin(), m_agentOperators.end(), [&entry](const auto& declared) {

@@ -3,6 +3,7 @@
 #include "engine/CSScenarioInstance.h"
 #include "scenario/CSAllScenarios.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
@@ -106,11 +107,15 @@ public:
     // Reads the operator description, then copies the operator table into
     // CConstraint::m_allOperators.
     void readOperatorAgent(const std::string& fileName);
-    // Is told, once per operator, that it threw, and once per model that it had too many
-    // candidates; null by default.
+    // Is told, once per operator, that it threw or gave another value than its description says,
+    // and that it is slow, and once per model that it had too many candidates; null by default.
     void setFailureReport(std::function<void(const std::string& message)> report);
 
-    // How often operators have thrown.
+    // When a frame takes longer than this (1 s), the operators of the next one are timed, and those
+    // that take half as long are reported.
+    void setSlowFrame(std::chrono::milliseconds bound);
+
+    // How often operators have thrown or given another value than their descriptions say.
     std::uint64_t operatorFailures() const { return m_operatorFailures; }
 
     const CConstraint::OperatorTable& operators() const { return m_operators; }
@@ -187,6 +192,12 @@ public:
     // What is recognised and still alive, latest end first. Who looks on leaves the bindings as
     // they are.
     const std::list<std::shared_ptr<CSScenarioInstance>>& recognisedScenarios() const;
+
+    // The id of the next instance. Whoever goes on for an engine that has ended sets it, before the
+    // first frame, to one that the other has not used.
+    int nextInstanceId() const { return m_nextInstanceId; }
+
+    void setNextInstanceId(int id) { m_nextInstanceId = id; }
 
     // Composite candidates that the first composite level built, by model name.
     const InstancesByModel& firstLevelCandidates() const { return m_firstLevelCandidates; }

@@ -17,6 +17,7 @@ bool compare_scenario_end(
 void CSEngine::infer()
 {
     installFailureHandler();
+    m_recognition->slow.startFrame();
     InstancesByModel newInstances;
     InstancesByModel candidates;
     // A frame with seeds has a first level of its own.
@@ -37,6 +38,7 @@ void CSEngine::infer()
     cleanRecognisedScenario();
     cleanHistory();
     removeAgents();
+    m_recognition->slow.endFrame(m_reportFailure);
 }
 
 // Of composites nobody knows how many candidates there are.

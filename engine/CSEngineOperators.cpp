@@ -1,5 +1,6 @@
 #include "engine/CSEngine.h"
 #include "engine/OperatorFile.h"
+#include "engine/Recognition.h"
 #include "scenario/AgentOperatorReader.h"
 #include "types/TextFile.h"
 
@@ -49,6 +50,11 @@ void CSEngine::readOperatorAgent(const std::string& fileName)
 void CSEngine::setFailureReport(std::function<void(const std::string&)> report)
 {
     m_reportFailure = std::move(report);
+}
+
+void CSEngine::setSlowFrame(std::chrono::milliseconds bound)
+{
+    m_recognition->slow.setBound(bound);
 }
 
 void CSEngine::noteOperatorFailure(const CSOperatorInterfaceAbstract& op, const std::string& what)

@@ -45,6 +45,7 @@ void Expression::fill(
     const bool isCall =
         promises.of(node.op).isPlain && constraint.m_children.size() <= kMostChildren;
     node.kind = isCall ? Kind::Call : Kind::Objects;
+    node.resultKinds = promises.of(node.op).resultKinds;
     node.firstChild = static_cast<std::uint32_t>(m_nodes.size());
     node.children = isCall ? static_cast<std::uint32_t>(constraint.m_children.size()) : 0;
     m_nodes[index] = node;

@@ -52,6 +52,8 @@ public:
         // it, -1 for none.
         std::int32_t shared = -1;
         std::array<std::int32_t, kMostSharers> sharers = {-1, -1};
+        // The kinds of values that the operator may give.
+        std::uint32_t resultKinds = kAnyKind;
         CSOperatorInterfaceAbstract* op = nullptr;
         const CConstraint* source = nullptr;
         CSPlainValue constant;
@@ -112,6 +114,7 @@ private:
     CSPlainValue valueOf(const Node& node, Reader& reader) const;
     template <class Reader>
     CSPlainValue compute(const Node& node, Reader& reader) const;
+    static CSPlainValue call(const Node& node, std::span<const CSPlainValue> arguments);
 
     std::vector<Node> m_nodes;
     // The words that the constants refer to.
@@ -157,6 +160,15 @@ inline CSPlainValue Expression::valueOf(const Node& node, Reader& reader) const
     return compute(node, reader);
 }
 
+inline CSPlainValue Expression::call(const Node& node, std::span<const CSPlainValue> arguments)
+{
+    const CSPlainValue value = callOperatorPlain(*node.op, arguments);
+    if (!isAmong(node.resultKinds, value.m_kind)) [[unlikely]] {
+        reportWrongResult(*node.op, value);
+    }
+    return value;
+}
+
 // Arguments are made where they are read: one, two and three are what nearly all operators take.
 template <class Reader>
 CSPlainValue Expression::compute(const Node& node, Reader& reader) const
@@ -168,23 +180,23 @@ CSPlainValue Expression::compute(const Node& node, Reader& reader) const
     switch (node.children) {
     case 1: {
         const std::array arguments{valueOf(child[0], reader)};
-        return callOperatorPlain(*node.op, arguments);
+        return call(node, arguments);
     }
     case 2: {
         const std::array arguments{valueOf(child[0], reader), valueOf(child[1], reader)};
-        return callOperatorPlain(*node.op, arguments);
+        return call(node, arguments);
     }
     case 3: {
         const std::array arguments{
             valueOf(child[0], reader), valueOf(child[1], reader), valueOf(child[2], reader)};
-        return callOperatorPlain(*node.op, arguments);
+        return call(node, arguments);
     }
     default:
         std::array<CSPlainValue, kMostChildren> arguments;
         for (std::size_t i = 0; i < node.children; ++i) {
             arguments[i] = valueOf(child[i], reader);
         }
-        return callOperatorPlain(*node.op, std::span(arguments).first(node.children));
+        return call(node, std::span(arguments).first(node.children));
     }
 }
 

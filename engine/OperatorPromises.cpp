@@ -1,7 +1,5 @@
 #include "engine/OperatorPromises.h"
 
-#include "scenario/OperatorCall.h"
-
 #include <algorithm>
 
 namespace scenariomatch
@@ -17,6 +15,7 @@ const OperatorPromises::Promise& OperatorPromises::of(const CSOperatorInterfaceA
         const CSOperatorDescription description = describeOperator(*op);
         promise.isPure = description.m_pure;
         promise.isPlain = description.m_pure && description.m_plain;
+        promise.resultKinds = kindsOfResult(description.m_result);
         promise.meaning = description.m_pure ? description.m_meaning : CSOperatorMeaning::Any;
     }
     return promise;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "scenario/CConstraint.h"
+#include "scenario/OperatorCall.h"
 
+#include <cstdint>
 #include <unordered_map>
 
 namespace scenariomatch
@@ -16,6 +18,8 @@ public:
         bool isPure = false;
         bool isPlain = false;
         CSOperatorMeaning meaning = CSOperatorMeaning::Any;
+        // See kindsOfResult().
+        std::uint32_t resultKinds = kAnyKind;
     };
 
     // Asks the operator when it is new. An operator that is not loaded is a constant, and pure.

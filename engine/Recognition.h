@@ -7,6 +7,7 @@
 #include "engine/PrimitivePlan.h"
 #include "engine/RecognisedScenarios.h"
 #include "engine/Seeding.h"
+#include "engine/SlowOperators.h"
 
 #include <cstdint>
 #include <map>
@@ -74,6 +75,7 @@ struct CSEngine::Recognition
     scenariomatch::ComponentLookups lookups;
     scenariomatch::AwakeAgents awake;
     scenariomatch::RecognisedScenarios recognised;
+    scenariomatch::SlowOperators slow;
     // By model name, how many candidates of composites were tried in the frame.
     std::map<std::string, std::uint64_t> tried;
 

@@ -200,6 +200,25 @@ TEST_F(ExpressionTest, ReportsAPlainOperatorThatThrowsAsFalse)
     EXPECT_EQ(reports, std::vector<std::string>{"failing: no such thing"});
 }
 
+TEST_F(ExpressionTest, ReportsAPlainValueThatTheDescriptionDoesNotName)
+{
+    PlainOperator relation("relation", [](const auto&) { return CSPlainValue(); });
+    relation.m_description.m_result = "BOOL";
+    PlainOperator measure("measure", [](const auto&) { return CSPlainValue(); });
+    measure.m_description.m_result = "DOUBLE";
+    std::vector<std::string> reports;
+    setOperatorFailureHandler([&](const CSOperatorInterfaceAbstract& op, const std::string& what) {
+        reports.push_back(op.m_name + ": " + what);
+    });
+    const Constraint nested = call(relation, call(measure, number(1.0)));
+    const CSPlainValue value = evaluate(nested);
+    setOperatorFailureHandler({});
+    EXPECT_TRUE(value.isNone());
+    EXPECT_EQ(
+        reports,
+        std::vector<std::string>{"relation: it gives nothing where its description says BOOL"});
+}
+
 TEST_F(ExpressionTest, LetsAFailedAllocationPass)
 {
     PlainOperator failing("failing", [](const auto&) -> CSPlainValue { throw std::bad_alloc(); });

@@ -115,6 +115,86 @@ TEST(CallOperatorPlain, IsFalseWithoutAHandlerToo)
     EXPECT_FALSE(callOperatorPlain(op, {}).m_truth);
 }
 
+TEST(CallOperator, ReportsAValueThatTheDescriptionDoesNotName)
+{
+    FakeOperator op("op");
+    op.m_description.m_result = "BOOL";
+    const Reports reports;
+    EXPECT_NE(callOperator(op, {}), nullptr);
+    EXPECT_TRUE(reports.m_reports.empty());
+    op.m_action = [](const auto&) { return nullptr; };
+    EXPECT_EQ(callOperator(op, {}), nullptr);
+    op.m_action = [](const auto&) { return std::make_shared<CSString>("yes"); };
+    EXPECT_NE(callOperator(op, {}), nullptr);
+    EXPECT_EQ(
+        reports.m_reports,
+        (std::vector<std::string>{
+            "op: it gives nothing where its description says BOOL",
+            "op: it gives STRING where its description says BOOL"}));
+}
+
+TEST(CallOperator, AllowsAMeasureToHaveNoValue)
+{
+    FakeOperator op("op");
+    op.m_description.m_result = "DOUBLE";
+    op.m_action = [](const auto&) { return nullptr; };
+    const Reports reports;
+    callOperator(op, {});
+    EXPECT_TRUE(reports.m_reports.empty());
+    op.m_action = [](const auto&) { return std::make_shared<CSBool>(true); };
+    callOperator(op, {});
+    EXPECT_EQ(
+        reports.m_reports,
+        std::vector<std::string>{"op: it gives BOOL where its description says DOUBLE"});
+}
+
+TEST(CallOperator, TellsWhoseCallHasNotComeBack)
+{
+    std::vector<std::string> notes;
+    setOperatorNote([&notes](const CSOperatorInterfaceAbstract* op) {
+        notes.push_back(op == nullptr ? "-" : op->m_name);
+    });
+    PlainFake op;
+    op.m_plain = [&notes](std::span<const CSPlainValue>) -> CSPlainValue {
+        notes.emplace_back("called");
+        throw std::runtime_error("broken");
+    };
+    callOperatorPlain(op, {});
+    callOperator(op, {});
+    setOperatorNote({});
+    callOperatorPlain(op, {});
+    EXPECT_EQ(notes, (std::vector<std::string>{"plain", "called", "-", "plain", "-", "called"}));
+}
+
+TEST(CallOperator, AddsUpTheTimeOfEachOperatorWhereThatIsAskedFor)
+{
+    OperatorTimes times;
+    PlainFake op;
+    op.m_plain = [](std::span<const CSPlainValue>) { return CSPlainValue(); };
+    setOperatorTimes(&times);
+    callOperatorPlain(op, {});
+    callOperator(op, {});
+    setOperatorTimes(nullptr);
+    ASSERT_TRUE(times.contains(&op));
+    const auto before = times[&op];
+    EXPECT_GE(before.count(), 0);
+    callOperatorPlain(op, {});
+    EXPECT_EQ(times[&op], before);
+}
+
+TEST(KindsOfResult, AreThoseOfTheTypeAndNoValue)
+{
+    using Kind = CSPlainValue::Kind;
+    EXPECT_FALSE(isAmong(kindsOfResult("BOOL"), Kind::None));
+    EXPECT_TRUE(isAmong(kindsOfResult("INT"), Kind::Number));
+    EXPECT_TRUE(isAmong(kindsOfResult("2DIPOINT"), Kind::Point));
+    EXPECT_TRUE(isAmong(kindsOfResult("3DDPOINTS"), Kind::Points));
+    EXPECT_TRUE(isAmong(kindsOfResult("INTERVAL"), Kind::None));
+    EXPECT_FALSE(isAmong(kindsOfResult("TIMESTAMP"), Kind::Text));
+    EXPECT_TRUE(isAmong(kindsOfResult(""), Kind::Other));
+    EXPECT_TRUE(isAmong(kindsOfResult("whatever"), Kind::Bool));
+}
+
 TEST(DescribeOperator, PromisesNothingAndReportsWhereTheOperatorThrows)
 {
     FakeOperator op("shy");
