@@ -3,6 +3,7 @@
 #include <array>
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <fstream>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -85,6 +86,20 @@ void EventFileWatch::addFrame(int number)
         m_firstLost = m_lost == 0 ? number : m_firstLost;
         ++m_lost;
     }
+}
+
+void EventFileWatch::cut() const
+{
+    std::int64_t size = 0;
+    if (kindOf(m_path, size) == Kind::File && size > m_size) {
+        static_cast<void>(::truncate(m_path.c_str(), m_size) == 0);
+    }
+}
+
+void EventFileWatch::close() const
+{
+    cut();
+    std::ofstream(m_path, std::ios::app) << kFileEnd;
 }
 
 std::string EventFileWatch::judgeEnd() const

@@ -26,6 +26,11 @@ public:
     // Looks for the frame of this number, which the process has been handed.
     void addFrame(int number);
 
+    // For a process that has ended in the middle of a frame: takes back what is not whole.
+    void cut() const;
+    // The same, and writes the closing tag, as the process would have.
+    void close() const;
+
     std::uint64_t lost() const { return m_lost; }
 
     // Looks for the closing tag, when the process has ended. What has not been written, and what

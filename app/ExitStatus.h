@@ -35,7 +35,9 @@ constexpr std::array<ExitMeaning, 7> kExitMeanings{
       "a model, parameter, scene or object-type file cannot be used; labels or events that score "
       "cannot use; a file of tests that test cannot use; an event file that repair refuses"},
      {kExitTracks, "the tracks cannot be used, or --strict stopped"},
-     {kExitPlugin, "a plug-in cannot be loaded, or there are no operators"},
+     {kExitPlugin,
+      "a plug-in cannot be loaded, there are no operators, or the engine of --isolate ends again "
+      "and again"},
      {kExitOutput,
       "the output cannot be written, the XML event file included; what generate or new would "
       "write is there already, or new lacks its template"}}};

@@ -8,7 +8,7 @@ namespace scenariomatch
 
 // Shows the platform's event records the way a process with a view of its own would: for processes
 // that have none. Records name persons only, by their identifiers; there are no sub-events, alarm
-// texts, counters, models and plans.
+// texts, counters, models and plans, and ids cannot be chosen.
 //
 // The process must outlive the view.
 class RecordView : public RecognitionView
@@ -22,6 +22,10 @@ public:
     void visitEvents(const EventVisitor& visit) const override;
 
     RecognitionCounters counters() const override { return {}; }
+
+    int nextEventId() const override { return 0; }
+
+    void setNextEventId(int /*id*/) override {}
 
     void visitModels(const ModelVisitor& /*visit*/) const override {}
 

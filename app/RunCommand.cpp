@@ -1,21 +1,29 @@
 #include "app/RunCommand.h"
 
+#include "app/EventCollector.h"
 #include "app/EventFileWatch.h"
 #include "app/ExitStatus.h"
+#include "app/FrameFeed.h"
 #include "app/Interrupt.h"
+#include "app/isolate/EngineChannel.h"
+#include "app/isolate/EngineMessages.h"
+#include "app/isolate/IsolatedEngine.h"
+#include "app/ProgressBar.h"
 #include "app/RecognitionSetup.h"
 #include "app/RecordView.h"
 #include "app/RunFiles.h"
 #include "app/RunParameters.h"
-#include "app/RunSession.h"
+#include "app/RunStatistics.h"
 #include "app/RunTracks.h"
 #include "app/StreamRedirection.h"
 #include "types/NumberText.h"
 
 #include <cerrno>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
+#include <streambuf>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -30,6 +38,13 @@ std::string systemReason()
 {
     return std::generic_category().message(errno);
 }
+
+// Takes everything and keeps nothing.
+class Nowhere : public std::streambuf
+{
+protected:
+    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+};
 
 // One run, step by step; every step leaves the fault behind when it fails.
 class Run
@@ -54,16 +69,23 @@ private:
     bool fail(int status, const std::string& reason);
     bool failAsSetup();
 
+    void recogniseHere();
     bool prepareReader();
-    bool prepareParameters();
+    bool prepareParameters(bool isFirst = true);
     bool checkOutputs();
     bool openOutputs();
     bool prepareProcess();
     void watchEventFile();
     bool recognise();
+    void recogniseApart();
+    void serve(EngineChannel& channel, const IsolatedEngine::Start& start);
+    void answerFrames(EngineChannel& channel);
     bool printPlans();
-    const RecognitionView* ownView() const;
-    bool recogniseFrames(RunSession& session);
+    RecognitionView* ownView() const;
+    using Step = std::function<void(EventCollector& collector, const TrackFrame& frame)>;
+    void takeFrame(EventCollector& collector, const RecognitionView& view, const TrackFrame& frame);
+    bool collect(const std::string& prolongation, const Step& step);
+    bool readFrames(EventCollector& collector, const Step& step);
     bool judgeReading();
     bool judgeEventFile();
     bool hasProgress() const;
@@ -89,16 +111,11 @@ private:
 int Run::perform()
 {
     if (prepareParameters() && checkOutputs() && prepareReader() && openOutputs()) {
-        m_setup.warn();
-        // From here on the plug-in's code runs, which writes to standard output as it likes.
-        const StreamRedirection redirection(
-            std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
-        if (prepareProcess()) {
-            watchEventFile();
-            m_options.isPlan ? printPlans() : recognise();
+        if (m_options.isIsolated) {
+            recogniseApart();
+        } else {
+            recogniseHere();
         }
-        // Ending the process closes its event file.
-        m_process.reset();
         judgeEventFile();
     }
     m_problems.printSummary();
@@ -107,6 +124,21 @@ int Run::perform()
         return m_fault->status;
     }
     return kExitDone;
+}
+
+// In this process.
+void Run::recogniseHere()
+{
+    m_setup.warn();
+    // From here on the plug-in's code runs, which writes to standard output as it likes.
+    const StreamRedirection redirection(
+        std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
+    if (prepareProcess()) {
+        watchEventFile();
+        m_options.isPlan ? printPlans() : recognise();
+    }
+    // Ending the process closes its event file.
+    m_process.reset();
 }
 
 // Keeps the first fault; always false.
@@ -124,7 +156,8 @@ bool Run::failAsSetup()
     return fail(fault.status, fault.reason);
 }
 
-bool Run::prepareParameters()
+// A process that goes on where another one has ended does not begin the event file.
+bool Run::prepareParameters(bool isFirst)
 {
     RunParameterSources sources =
         RecognitionSetup::sourcesFor(m_options.parameterFile, m_options.maximumCandidates);
@@ -135,6 +168,9 @@ bool Run::prepareParameters()
             return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
         }
         sources.settings.push_back(*setting);
+    }
+    if (!isFirst) {
+        sources.settings.emplace_back("saveXML3File", "false");
     }
     if (m_options.isPlan) {
         // The last setting wins. The process empties the file that is named, whether it is to be
@@ -213,9 +249,9 @@ void Run::watchEventFile()
 }
 
 // Null where the process has none.
-const RecognitionView* Run::ownView() const
+RecognitionView* Run::ownView() const
 {
-    return dynamic_cast<const RecognitionView*>(m_process.get());
+    return dynamic_cast<RecognitionView*>(m_process.get());
 }
 
 bool Run::printPlans()
@@ -232,8 +268,117 @@ bool Run::printPlans()
 bool Run::recognise()
 {
     const RecordView records(*m_process);
-    const RecognitionView* const view = ownView() == nullptr ? &records : ownView();
-    const std::string prolongation = m_process->parameter("constProlongation").value_or("0");
+    const RecognitionView* const own = ownView();
+    const RecognitionView& view = own == nullptr ? records : *own;
+    FrameFeed feed(*m_process);
+    return collect(
+        m_process->parameter("constProlongation").value_or("0"),
+        [&](EventCollector& collector, const TrackFrame& frame) {
+            feed.addFrame(frame);
+            takeFrame(collector, view, frame);
+        });
+}
+
+// In a process of its own.
+void Run::recogniseApart()
+{
+    IsolatedEngine engine(
+        {.serve =
+             [this](EngineChannel& channel, const IsolatedEngine::Start& start) {
+                 serve(channel, start);
+             },
+         .talk = m_talk,
+         .clean =
+             [this] {
+                 if (m_watch) {
+                     m_watch->cut();
+                 }
+             },
+         .secondsPerFrame = m_options.secondsPerFrame});
+    if (engine.start()) {
+        watchEventFile();
+        collect(engine.prolongation(), [&](EventCollector& collector, const TrackFrame& frame) {
+            if (engine.recognise(frame)) {
+                takeFrame(collector, engine.view(), frame);
+            } else if (engine.fault()) {
+                fail(engine.fault()->status, engine.fault()->reason);
+            }
+            m_statistics.setRestarts(engine.deaths(), engine.earlierFailures());
+        });
+    } else {
+        fail(engine.fault()->status, engine.fault()->reason);
+    }
+    if (!engine.finish() && m_watch) {
+        m_watch->close();
+    }
+}
+
+// What the process of the engine's own does.
+void Run::serve(EngineChannel& channel, const IsolatedEngine::Start& start)
+{
+    const std::string isSaved = textOf("saveXML3File");
+    const StreamRedirection redirection(
+        std::cout, m_options.trace.empty() ? nullptr : m_traceFile.rdbuf());
+    Nowhere nowhere;
+    std::optional<StreamRedirection> silence;
+    if (!start.isFirst) {
+        // All of it has been said.
+        silence.emplace(m_talk, &nowhere);
+    }
+    const bool isRead = start.isFirst || prepareParameters(false);
+    if (isRead) {
+        m_setup.warn();
+    }
+    if (!isRead || !prepareProcess()) {
+        channel.send(readinessMessage({m_fault->status, m_fault->reason, ""}));
+        return;
+    }
+    if (!start.isFirst) {
+        m_process->setParameter("saveXML3File", isSaved.empty() ? "false" : isSaved);
+        if (RecognitionView* const view = ownView()) {
+            view->setNextEventId(start.nextEventId);
+        }
+    }
+    silence.reset();
+    channel.send(
+        readinessMessage({0, "", m_process->parameter("constProlongation").value_or("0")}));
+    answerFrames(channel);
+    // Ending the process closes its event file.
+    m_process.reset();
+    std::cout.flush();
+}
+
+void Run::answerFrames(EngineChannel& channel)
+{
+    const RecordView records(*m_process);
+    const RecognitionView* const own = ownView();
+    const RecognitionView& view = own == nullptr ? records : *own;
+    FrameFeed feed(*m_process);
+    std::string message;
+    while (channel.receive(message, -1) == EngineChannel::Reading::Message) {
+        const std::optional<TrackFrame> frame = readFrameMessage(message);
+        if (!frame) {
+            return;
+        }
+        feed.addFrame(*frame);
+        // What an operator's end leaves behind is not lost.
+        std::cout.flush();
+        channel.send(eventsMessage(view));
+    }
+}
+
+void Run::takeFrame(EventCollector& collector, const RecognitionView& view, const TrackFrame& frame)
+{
+    collector.addFrame(view, frame.clock);
+    m_statistics.addFrame(frame.actors.size(), view.counters());
+    if (m_watch) {
+        m_watch->addFrame(frame.number);
+    }
+}
+
+// Hands every frame to the step, and writes what it collects.
+bool Run::collect(const std::string& prolongation, const Step& step)
+{
     const std::unique_ptr<EventWriter> writer = makeEventWriter(m_options.eventFormat, m_data);
     CountingEventWriter counter(*writer, m_statistics);
     EventCollector collector(
@@ -241,8 +386,7 @@ bool Run::recognise()
         stringToDouble(prolongation),
         m_options.isEveryFrame ? EventCollector::Reporting::EveryFrame
                                : EventCollector::Reporting::WhenOver);
-    RunSession session(*m_process, *view, collector, m_statistics);
-    recogniseFrames(session);
+    readFrames(collector, step);
     collector.finish();
     m_data.flush();
     if (!m_data) {
@@ -256,18 +400,15 @@ bool Run::recognise()
     return judgeReading();
 }
 
-bool Run::recogniseFrames(RunSession& session)
+bool Run::readFrames(EventCollector& collector, const Step& step)
 {
     std::optional<ProgressBar> bar;
     if (hasProgress()) {
         bar.emplace(m_talk);
     }
     TrackFrame frame;
-    while (m_data && !isInterrupted() && m_reader->next(frame)) {
-        session.addFrame(frame);
-        if (m_watch) {
-            m_watch->addFrame(frame.number);
-        }
+    while (m_data && !m_fault && !isInterrupted() && m_reader->next(frame)) {
+        step(collector, frame);
         m_data.flush();
         if (bar) {
             bar->show(m_statistics.frames(), m_reader->progress());

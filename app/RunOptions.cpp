@@ -15,6 +15,9 @@ namespace
 constexpr double kLeastRate = 1e-6;
 constexpr double kMostRate = 1e6;
 
+constexpr double kLeastTimeout = 1e-3;
+constexpr double kMostTimeout = 1e6;
+
 } // namespace
 
 void addTrackOptions(
@@ -127,10 +130,25 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
         "Whether progress is shown; auto (default) shows it on a terminal");
     command.add_flag(
         "--stats", options.hasStatistics, "Write figures of the run to standard error");
-    command.add_flag(
-        "--print-plan",
-        options.isPlan,
-        "Write to standard output how the models are matched, and end; no tracks are read");
+    CLI::Option* const isolate = command.add_flag(
+        "--isolate",
+        options.isIsolated,
+        "Recognise in a process of its own, which starts anew where an operator ends it");
+    command
+        .add_option(
+            "--frame-timeout",
+            options.secondsPerFrame,
+            "With --isolate: how long a frame may take before the process counts as hung "
+            "(no limit)")
+        ->type_name("SECONDS")
+        ->check(numberBetween(kLeastTimeout, kMostTimeout, "a number from 0.001 to 1000000"))
+        ->needs(isolate);
+    command
+        .add_flag(
+            "--print-plan",
+            options.isPlan,
+            "Write to standard output how the models are matched, and end; no tracks are read")
+        ->excludes(isolate);
 }
 
 } // namespace

@@ -41,6 +41,9 @@ struct RunOptions
     bool hasStatistics = false;
     // Nothing is recognised: tracks and events are left alone.
     bool isPlan = false;
+    // Recognition runs in a process of its own.
+    bool isIsolated = false;
+    std::optional<double> secondsPerFrame;
 };
 
 // Adds the options that say what is recognised in which tracks. Parsing fills the options, which

@@ -48,11 +48,14 @@ void RunStatistics::print(std::ostream& out) const
         << fmt::format("reported instances   {}\n", m_reported)
         << fmt::format("frames per second    {:.1f}\n", rate)
         << fmt::format("peak memory          {:.1f} MiB\n", peakMebibytes());
-    if (m_operatorFailures > 0) {
-        out << fmt::format("operator failures    {}\n", m_operatorFailures);
+    if (m_operatorFailures + m_earlierFailures > 0) {
+        out << fmt::format("operator failures    {}\n", m_operatorFailures + m_earlierFailures);
     }
     if (m_candidateCuts > 0) {
         out << fmt::format("models cut short     {}\n", m_candidateCuts);
+    }
+    if (m_restarts > 0) {
+        out << fmt::format("engine has ended     {}\n", m_restarts);
     }
     if (m_lostFrames > 0) {
         out << fmt::format("frames not in file   {}\n", m_lostFrames);

@@ -80,7 +80,8 @@ struct RecognitionCounters
     // Recognised instances that are remembered, and models that take part.
     std::size_t liveInstances = 0;
     std::size_t models = 0;
-    // How often an operator has thrown, since the start.
+    // How often an operator has thrown or given another value than its description says, since the
+    // start.
     std::uint64_t operatorFailures = 0;
     // How often a model has had too many candidates in a frame, since the start.
     std::uint64_t candidateCuts = 0;
@@ -113,6 +114,13 @@ public:
     virtual void visitEvents(const EventVisitor& visit) const = 0;
 
     virtual RecognitionCounters counters() const = 0;
+
+    // The id that the next event gets, at least.
+    virtual int nextEventId() const = 0;
+
+    // For a process that goes on where another one has ended, before its first frame: the id that
+    // its first event gets.
+    virtual void setNextEventId(int id) = 0;
 
     // Shows every model that takes part in recognition: those that an observer is told of.
     virtual void visitModels(const ModelVisitor& visit) const = 0;

@@ -78,6 +78,8 @@ public:
     std::string generateEventListStorageStream() const override;
     void visitEvents(const EventVisitor& visit) const override;
     scenariomatch::RecognitionCounters counters() const override;
+    int nextEventId() const override;
+    void setNextEventId(int id) override;
     void visitModels(const ModelVisitor& visit) const override;
     void printPlans(std::ostream& out) const override;
     void setObserver(scenariomatch::RecognitionObserver* observer) override;

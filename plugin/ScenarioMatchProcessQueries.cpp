@@ -212,6 +212,16 @@ scenariomatch::RecognitionCounters ScenarioMatchProcess::counters() const
     return counters;
 }
 
+int ScenarioMatchProcess::nextEventId() const
+{
+    return m_engine->nextInstanceId();
+}
+
+void ScenarioMatchProcess::setNextEventId(int id)
+{
+    m_engine->setNextInstanceId(id);
+}
+
 void ScenarioMatchProcess::visitModels(const ModelVisitor& visit) const
 {
     if (m_engine->m_allScenarios == nullptr) {

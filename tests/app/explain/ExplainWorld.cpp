@@ -32,6 +32,10 @@ public:
 
     RecognitionCounters counters() const override { return {}; }
 
+    int nextEventId() const override { return 0; }
+
+    void setNextEventId(int /*id*/) override {}
+
     void visitModels(const ModelVisitor& visit) const override
     {
         for (const auto& [kind, models] : m_engine.m_allScenarios->m_scenariosByKind) {

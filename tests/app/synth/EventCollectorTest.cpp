@@ -47,6 +47,10 @@ public:
 
     RecognitionCounters counters() const override { return {}; }
 
+    int nextEventId() const override { return 0; }
+
+    void setNextEventId(int /*id*/) override {}
+
     void visitModels(const ModelVisitor& /*visit*/) const override {}
 
     void printPlans(std::ostream& /*out*/) const override {}
