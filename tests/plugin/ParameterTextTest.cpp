@@ -85,10 +85,11 @@ TEST(ParameterText, SeesNestingBehindWhatLooksLikeItsEnd)
     const std::string deep = repeated("[", 32);
     for (const char* lure :
          {"'a'']]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]',",
-          "\"a\\\"]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]\",",
+          R"("a\"]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]",)",
           "1,# ]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]\n",
           "x', "}) {
-        const std::string text = kYaml + "a: " + deep + lure + deep + deep + "'";
+        std::string text = kYaml + "a: ";
+        text.append(deep).append(lure).append(deep).append(deep).append("'");
         EXPECT_NE(faultOf(text).find("nested more than 64 deep"), std::string::npos) << lure;
     }
     EXPECT_EQ(faultOf(kYaml + "a: [ 1\r]]]"), "it has control characters");
