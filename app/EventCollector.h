@@ -39,6 +39,9 @@ public:
     // Takes the events that the view shows for the frame of this clock.
     void addFrame(const RecognitionView& view, const TrackClock& now);
 
+    // Whether the event has been shown and is not over; always false with Reporting::EveryFrame.
+    bool isOpen(int id) const { return m_openById.contains(id); }
+
     // Hands on what is still open and finishes the writer.
     void finish();
 

@@ -1,6 +1,7 @@
 #include "app/EventRecord.h"
 
 #include "app/FrameClock.h"
+#include "app/RecordFields.h"
 
 #include <algorithm>
 #include <array>
@@ -19,12 +20,6 @@ namespace
 {
 
 using nlohmann::json;
-
-// Why a line is no record. Thrown while a file is read and caught where its lines are walked.
-struct RecordFault
-{
-    std::string reason;
-};
 
 std::vector<std::string> split(std::string_view text, char separator)
 {
@@ -67,10 +62,7 @@ std::int64_t timeOf(const std::string& text, const std::string& key, RecordUnit 
         }
         throw RecordFault{fmt::format("'{}' must be the number of a frame", key)};
     }
-    if (const std::optional<TrackClock> clock = parseClock(text)) {
-        return clockToMilliseconds(*clock);
-    }
-    throw RecordFault{fmt::format("'{}' must be a time like 2026-05-04T10:00:00.000", key)};
+    return clockToMilliseconds(clockIn(text, key));
 }
 
 void checkOrder(const EventRecord& record)
@@ -78,31 +70,6 @@ void checkOrder(const EventRecord& record)
     if (record.end < record.begin) {
         throw RecordFault{"it ends before it begins"};
     }
-}
-
-// Calls for each line that is not blank, with its number; stops at the first fault.
-template <typename Visitor>
-std::optional<std::string>
-visitLines(const std::string& text, const std::string& fileName, Visitor visit)
-{
-    std::string_view rest = text;
-    for (int number = 1; !rest.empty(); ++number) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        if (line.find_first_not_of(" \t") == std::string_view::npos) {
-            continue;
-        }
-        try {
-            visit(line);
-        } catch (const RecordFault& fault) {
-            return fmt::format("{}:{}: {}", fileName, number, fault.reason);
-        }
-    }
-    return std::nullopt;
 }
 
 void addRecord(RecordReading& reading, EventRecord record, const RecordLimits& limits)
@@ -255,39 +222,6 @@ readCsv(const std::string& text, const std::string& fileName, const RecordLimits
 
 // Events, and labels in the same form.
 
-const json& memberOf(const json& object, const std::string& key)
-{
-    const auto member = object.find(key);
-    if (member == object.end()) {
-        throw RecordFault{fmt::format("there is no '{}'", key)};
-    }
-    return *member;
-}
-
-std::string textOf(const json& object, const std::string& key)
-{
-    const json& member = memberOf(object, key);
-    if (!member.is_string()) {
-        throw RecordFault{fmt::format("'{}' must be a text", key)};
-    }
-    return member.get<std::string>();
-}
-
-int numberOf(const json& object, const std::string& key)
-{
-    const json& member = memberOf(object, key);
-    // Greater ones are unsigned, or no whole numbers.
-    constexpr std::uint64_t kGreatest = std::numeric_limits<int>::max();
-    const bool isWhole = member.is_number_unsigned()
-                             ? member.get<std::uint64_t>() <= kGreatest
-                             : member.is_number_integer() &&
-                                   member.get<std::int64_t>() >= std::numeric_limits<int>::min();
-    if (!isWhole) {
-        throw RecordFault{fmt::format("'{}' must be a whole number", key)};
-    }
-    return member.get<int>();
-}
-
 std::int64_t timeOf(const json& object, const std::string& key, RecordUnit unit)
 {
     return unit == RecordUnit::Frame ? numberOf(object, key + "_frame")
@@ -297,9 +231,6 @@ std::int64_t timeOf(const json& object, const std::string& key, RecordUnit unit)
 // What has a name is a place.
 void setObjects(EventRecord& record, const json& objects)
 {
-    if (!objects.is_array()) {
-        throw RecordFault{"'objects' must be a list"};
-    }
     for (const json& object : objects) {
         const std::string name = object.contains("name") ? textOf(object, "name") : "";
         if (name.empty()) {
@@ -310,20 +241,11 @@ void setObjects(EventRecord& record, const json& objects)
     }
 }
 
-json parsedLine(std::string_view line)
-{
-    json object = json::parse(line, nullptr, false);
-    if (!object.is_object()) {
-        throw RecordFault{"the line is no JSON object"};
-    }
-    return object;
-}
-
 EventRecord recordOf(const json& object, RecordUnit unit)
 {
     EventRecord record;
     record.models = {textOf(object, "name")};
-    setObjects(record, memberOf(object, "objects"));
+    setObjects(record, listOf(object, "objects"));
     record.begin = timeOf(object, "begin", unit);
     record.end = timeOf(object, "end", unit);
     return record;

@@ -60,6 +60,11 @@ public:
     // The plug-in's code runs here, which writes to standard output as it likes.
     std::unique_ptr<rhmAbstractProcessEventRecognition> createProcess();
 
+    // What was read.
+    const StorageFile& parameterFile() const { return m_file; }
+
+    const RunParameters& parameters() const { return m_parameters; }
+
     // Empty when the parameter is given nowhere.
     std::string textOf(const std::string& key) const;
     // The files that must be there, also those that are not named.

@@ -35,6 +35,25 @@ void RunStatistics::addFrame(std::size_t actors, const RecognitionCounters& coun
     m_candidateCuts = counters.candidateCuts;
 }
 
+std::vector<RunFigure> RunStatistics::figures() const
+{
+    std::vector<RunFigure> figures{
+        {"frames", m_frames},
+        {"actors", m_actors},
+        {"candidates tested", m_tested},
+        {"candidates accepted", m_accepted},
+        {"completions", m_completions},
+        {"most live instances", m_mostLive},
+        {"reported instances", m_reported}};
+    if (m_operatorFailures > 0) {
+        figures.push_back({"operator failures", m_operatorFailures});
+    }
+    if (m_candidateCuts > 0) {
+        figures.push_back({"models cut short", m_candidateCuts});
+    }
+    return figures;
+}
+
 void RunStatistics::print(std::ostream& out) const
 {
     const double seconds = std::chrono::duration<double>(Clock::now() - m_start).count();

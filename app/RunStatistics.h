@@ -7,9 +7,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <string>
+#include <vector>
 
 namespace scenariomatch
 {
+
+// One number of what a run did, under its name.
+struct RunFigure
+{
+    std::string name;
+    std::uint64_t number = 0;
+};
 
 // What a run did, for people.
 class RunStatistics
@@ -30,6 +39,9 @@ public:
     void setLostFrames(std::uint64_t count) { m_lostFrames = count; }
 
     std::size_t frames() const { return m_frames; }
+
+    // What does not depend on the machine; troubles only where there were some.
+    std::vector<RunFigure> figures() const;
 
     // Writes one figure a line; troubles only where there were some.
     void print(std::ostream& out) const;

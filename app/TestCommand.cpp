@@ -2,6 +2,7 @@
 
 #include "app/ConstraintCoverage.h"
 #include "app/ExitStatus.h"
+#include "app/FileReplacement.h"
 #include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 #include "app/RuleRun.h"
@@ -14,9 +15,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <filesystem>
 #include <fmt/format.h>
-#include <fstream>
 #include <map>
 #include <ostream>
 #include <set>
@@ -29,25 +28,6 @@ namespace scenariomatch
 
 namespace
 {
-
-// Written beside the file first, so that it is whole whatever happens.
-bool replaceFile(const std::string& name, const std::string& text)
-{
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::weakly_canonical(name, error);
-    const std::string beside = path.string() + ".new";
-    {
-        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-        file << text;
-        file.close();
-        if (!file) {
-            return false;
-        }
-    }
-    std::filesystem::rename(beside, path, error);
-    errno = error.value();
-    return !error;
-}
 
 // All files of one command.
 class TestRun

@@ -49,6 +49,9 @@ public:
 
     const std::optional<NearMiss>& nearest() const { return m_nearest; }
 
+    // How near the nearest of all came.
+    const std::optional<MissRank>& nearestRank() const { return m_nearestRank; }
+
 private:
     // The sub-events of a candidate, by component.
     struct Together

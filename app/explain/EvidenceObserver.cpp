@@ -3,6 +3,7 @@
 #include "app/explain/KnownEvents.h"
 #include "engine/Agents.h"
 
+#include <map>
 #include <utility>
 
 namespace scenariomatch
@@ -11,6 +12,7 @@ namespace scenariomatch
 void EvidenceObserver::frameStarted(FrameView& /*view*/, const CSTimeStamp& now)
 {
     m_start = m_start.value_or(momentOf(now));
+    handOn();
 }
 
 EvidenceObserver::Gauges& EvidenceObserver::gaugesOf(const CSScenario& model)
@@ -95,8 +97,30 @@ void EvidenceObserver::instanceExtended(const CSScenarioInstance& instance)
 
 void EvidenceObserver::instanceExpired(const CSScenarioInstance& instance)
 {
-    m_alive.erase(instance.m_id);
+    const auto alive = m_alive.find(instance.m_id);
+    if (alive != m_alive.end()) {
+        if (m_take) {
+            m_over.push_back(alive->second);
+        }
+        m_alive.erase(alive);
+    }
     m_isOver = m_isOver || instance.m_id == m_event;
+}
+
+void EvidenceObserver::handOn()
+{
+    for (const auto& evidence : m_over) {
+        m_take(*evidence);
+    }
+    m_over.clear();
+}
+
+void EvidenceObserver::finish()
+{
+    handOn();
+    for (const auto& [id, evidence] : std::map(m_alive.begin(), m_alive.end())) {
+        m_take(*evidence);
+    }
 }
 
 } // namespace scenariomatch

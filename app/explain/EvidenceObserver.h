@@ -4,9 +4,11 @@
 #include "app/explain/Gauge.h"
 #include "engine/RecognitionObserver.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace scenariomatch
@@ -22,11 +24,24 @@ namespace scenariomatch
 //     view.setObserver(&observer);
 //     ... all frames, or until observer.isOver() ...
 //     const auto evidence = observer.evidence();
+//
+// Or of every event, each as soon as nothing more can become of it:
+//     EvidenceObserver observer([](const Evidence& evidence) { ... });
+//     ... all frames ...
+//     observer.finish();
 class EvidenceObserver : public RecognitionObserver
 {
 public:
+    using Take = std::function<void(const Evidence& evidence)>;
+
     explicit EvidenceObserver(int event)
         : m_event(event)
+    {
+    }
+
+    // Events come in the order in which they are over.
+    explicit EvidenceObserver(Take take)
+        : m_take(std::move(take))
     {
     }
 
@@ -36,6 +51,9 @@ public:
     void instanceNew(const CSScenarioInstance& instance) override;
     void instanceExtended(const CSScenarioInstance& instance) override;
     void instanceExpired(const CSScenarioInstance& instance) override;
+
+    // After the last frame, where every event is asked for: hands on those that are not over.
+    void finish();
 
     // Whether nothing more can become of the event.
     bool isOver() const { return m_isOver; }
@@ -49,8 +67,11 @@ private:
     Gauges& gaugesOf(const CSScenario& model);
     void addFindings(const CSScenarioInstance& instance, Evidence& evidence);
     void addParts(const CSScenarioInstance& instance, Evidence& evidence) const;
+    void handOn();
 
-    int m_event;
+    // The event that is asked for; none where all are.
+    std::optional<int> m_event;
+    Take m_take;
     bool m_isOver = false;
     std::optional<Moment> m_start;
     OperatorPromises m_promises;
@@ -58,6 +79,8 @@ private:
     // The events that can still become part of another one.
     std::unordered_map<int, std::shared_ptr<Evidence>> m_alive;
     std::shared_ptr<Evidence> m_evidence;
+    // Over in the frame at hand, in which what they are made of may still go on.
+    std::vector<std::shared_ptr<const Evidence>> m_over;
 };
 
 } // namespace scenariomatch

@@ -6,22 +6,16 @@
 #include "app/explain/ExplanationText.h"
 #include "app/explain/WhyNotObserver.h"
 #include "app/FrameClock.h"
-#include "app/FrameFeed.h"
 #include "app/HelpFooter.h"
-#include "app/Interrupt.h"
 #include "app/OptionChecks.h"
-#include "app/RecognitionSetup.h"
-#include "app/RunParameters.h"
-#include "app/RunTracks.h"
+#include "app/Replay.h"
 #include "app/StreamRedirection.h"
 #include "lint/NearNames.h"
-#include "types/NumberText.h"
 
 #include <charconv>
 #include <cmath>
 #include <fmt/format.h>
 #include <iostream>
-#include <memory>
 #include <system_error>
 #include <tuple>
 #include <utility>
@@ -67,13 +61,8 @@ class Explain
 public:
     Explain(const ExplainOptions& options, std::ostream& out, std::ostream& talk)
         : m_options(options)
-        , m_talk(talk)
         , m_data(out.rdbuf())
-        , m_problems(
-              options.input.tracks == "-" ? "standard input" : options.input.tracks,
-              talk,
-              TrackProblemOptions{.isStrict = options.input.isStrict})
-        , m_setup(talk, "scenariomatch explain: --set")
+        , m_replay(options.input, "explain", talk)
     {
     }
 
@@ -85,56 +74,34 @@ private:
     bool readTimes();
     bool
     readTime(const std::string& option, const std::string& text, std::optional<AskedTime>& time);
-    bool prepareParameters();
-    bool prepareReader();
     bool recognise();
-    bool explainEvent(RecognitionView& view);
-    bool explainModel(RecognitionView& view);
+    bool explainEvent();
+    bool explainModel();
     WhyNotQuestion question() const;
-    template <class IsOver>
-    bool showFrames(IsOver&& isOver);
 
     const ExplainOptions& m_options;
-    std::ostream& m_talk;
     // Writes to the caller's stream, also while that one is redirected.
     std::ostream m_data;
     std::optional<AskedTime> m_from;
     std::optional<AskedTime> m_to;
-    TrackProblems m_problems;
-    std::unique_ptr<TrackReader> m_reader;
-    RecognitionSetup m_setup;
-    std::unique_ptr<rhmAbstractProcessEventRecognition> m_process;
-    // The frame that is shown next, and the clock of the first.
-    TrackFrame m_frame;
-    bool m_hasFrame = false;
-    TrackClock m_start;
-    std::optional<RunFault> m_fault;
+    Replay m_replay;
 };
 
 int Explain::perform()
 {
-    if (readTimes() && prepareParameters() && prepareReader()) {
-        m_setup.warn();
+    if (readTimes() && m_replay.prepare()) {
+        m_replay.setup().warn();
         // From here on the plug-in's code runs, which writes to standard output as it likes.
         const StreamRedirection redirection(std::cout, nullptr);
         recognise();
-        m_process.reset();
+        m_replay.end();
     }
-    m_problems.printSummary();
-    if (m_fault) {
-        m_talk << "scenariomatch explain: " << m_fault->reason << '\n';
-        return m_fault->status;
-    }
-    return kExitDone;
+    return m_replay.report();
 }
 
-// Keeps the first fault; always false.
 bool Explain::fail(int status, const std::string& reason)
 {
-    if (!m_fault) {
-        m_fault = {status, reason};
-    }
-    return false;
+    return m_replay.fail(status, reason);
 }
 
 bool Explain::readTimes()
@@ -158,72 +125,24 @@ bool Explain::readTime(
                            text));
 }
 
-bool Explain::prepareParameters()
-{
-    RunParameterSources sources = RecognitionSetup::sourcesFor(
-        m_options.input.parameterFile, m_options.input.maximumCandidates);
-    sources.commonPath = m_options.input.commonPath;
-    for (const std::string& text : m_options.input.settings) {
-        const std::optional<NamedText> setting = parseSetting(text);
-        if (!setting) {
-            return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
-        }
-        sources.settings.push_back(*setting);
-    }
-    // The last setting wins: no event file is written.
-    sources.settings.emplace_back("saveXML3File", "false");
-    sources.settings.emplace_back("XML3FileName", "/dev/null");
-    return m_setup.read(std::move(sources)) ||
-           fail(m_setup.fault()->status, m_setup.fault()->reason);
-}
-
-bool Explain::prepareReader()
-{
-    m_reader = openRunTracks(m_options.input, m_problems, m_fault);
-    return m_reader != nullptr;
-}
-
 bool Explain::recognise()
 {
-    m_process = m_setup.createProcess();
-    if (!m_process) {
-        return fail(m_setup.fault()->status, m_setup.fault()->reason);
+    if (!m_replay.start()) {
+        return false;
     }
-    auto* const view = dynamic_cast<RecognitionView*>(m_process.get());
-    if (view == nullptr) {
-        return fail(kExitPlugin, "the plug-in does not tell what it does");
-    }
-    m_hasFrame = m_reader->next(m_frame);
-    m_start = m_hasFrame ? m_frame.clock : TrackClock();
-    const bool isExplained = m_options.event ? explainEvent(*view) : explainModel(*view);
-    view->setObserver(nullptr);
+    const bool isExplained = m_options.event ? explainEvent() : explainModel();
+    m_replay.view().setObserver(nullptr);
     m_data.flush();
     return isExplained && (m_data.good() || fail(kExitOutput, "the explanation cannot be written"));
 }
 
-// Shows the frames to the process until there are no more, or it is over with the next one.
-template <class IsOver>
-bool Explain::showFrames(IsOver&& isOver)
-{
-    FrameFeed feed(*m_process);
-    const bool hasFrames = m_hasFrame;
-    while (m_hasFrame && !isInterrupted() && !isOver()) {
-        feed.addFrame(m_frame);
-        m_hasFrame = m_reader->next(m_frame);
-    }
-    if (isInterrupted()) {
-        m_talk << "scenariomatch explain: interrupted; only what was read is explained\n";
-    }
-    const std::optional<RunFault> fault =
-        faultOfReading(m_options.input, *m_reader, m_problems, hasFrames);
-    return !fault || fail(fault->status, fault->reason);
-}
-
-bool Explain::explainEvent(RecognitionView& view)
+bool Explain::explainEvent()
 {
     EvidenceObserver observer(*m_options.event);
-    view.setObserver(&observer);
-    if (!showFrames([&observer] { return observer.isOver(); })) {
+    m_replay.view().setObserver(&observer);
+    const bool isRead =
+        m_replay.showFrames([&observer](const TrackFrame& /*next*/) { return observer.isOver(); });
+    if (!isRead) {
         return false;
     }
     const auto evidence = observer.evidence();
@@ -235,8 +154,9 @@ bool Explain::explainEvent(RecognitionView& view)
     return true;
 }
 
-bool Explain::explainModel(RecognitionView& view)
+bool Explain::explainModel()
 {
+    RecognitionView& view = m_replay.view();
     const ModelSet models(view);
     if (models.find(m_options.model) == nullptr) {
         const std::string hint =
@@ -251,7 +171,9 @@ bool Explain::explainModel(RecognitionView& view)
     WhyNotObserver observer(view, question());
     view.setObserver(&observer);
     const std::int64_t end = question().window.to;
-    if (!showFrames([&] { return clockToMilliseconds(m_frame.clock) > end; })) {
+    const bool isRead = m_replay.showFrames(
+        [end](const TrackFrame& next) { return clockToMilliseconds(next.clock) > end; });
+    if (!isRead) {
         return false;
     }
     const WhyNot why = observer.answer();
@@ -265,13 +187,13 @@ WhyNotQuestion Explain::question() const
     WhyNotQuestion question;
     question.model = m_options.model;
     question.objects = m_options.objects;
-    question.lookBack = stringToDouble(m_process->parameter("constTimeSearch").value_or("0"));
+    question.lookBack = m_replay.lookBack();
     question.mostCandidates = m_options.input.maximumCandidates;
     if (m_from) {
-        question.window.from = m_from->milliseconds(m_start);
+        question.window.from = m_from->milliseconds(m_replay.startClock());
     }
     if (m_to) {
-        question.window.to = m_to->milliseconds(m_start);
+        question.window.to = m_to->milliseconds(m_replay.startClock());
     }
     return question;
 }

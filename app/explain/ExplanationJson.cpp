@@ -163,6 +163,33 @@ Json toJson(const WhyNot& why)
     return entry;
 }
 
+// Counts and near misses alone; the nearest of all with what tells it from others.
+Json outcomeToJson(const WhyNot& why)
+{
+    Json entry{
+        {"frames", why.frames}, {"candidates", why.candidates}, {"cut_frames", why.cutFrames}};
+    entry["constraints"] = Json::array();
+    for (const ConstraintOutcome& outcome : why.constraints) {
+        Json constraint{{"first_false", outcome.firstFalse}};
+        if (outcome.nearest) {
+            constraint["nearest"] = toJson(*outcome.nearest, why.start);
+        }
+        entry["constraints"].push_back(std::move(constraint));
+    }
+    if (why.nearest && why.nearestRank) {
+        entry["nearest"] = toJson(*why.nearest, why.start);
+        const MissRank& rank = *why.nearestRank;
+        entry["nearest"]["rank"] = Json::array({rank.failing, rank.unmeasured, rank.share});
+    }
+    if (why.confidence) {
+        entry["confidence"] = toJson(*why.confidence, why.start);
+    }
+    if (!why.unseenTypes.empty()) {
+        entry["unseen_types"] = why.unseenTypes;
+    }
+    return entry;
+}
+
 Json toJson(const Evidence& evidence)
 {
     Json entry{
@@ -188,25 +215,42 @@ Json toJson(const Evidence& evidence)
     return entry;
 }
 
-// Names in models may be any bytes.
-void write(const Json& json, std::ostream& out)
+// Names in models may be any bytes. Without an indent all is one line.
+std::string textOf(const Json& json, int indent)
 {
-    constexpr int kIndent = 2;
-    out << json.dump(kIndent, ' ', false, Json::error_handler_t::replace) << '\n';
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
+
+Json wholeOf(const Evidence& evidence)
+{
+    Json entry = toJson(evidence);
+    entry["summary"] = summaryOf(evidence);
+    return entry;
+}
+
+constexpr int kIndent = 2;
+constexpr int kOneLine = -1;
 
 } // namespace
 
 void writeExplanation(const WhyNot& why, std::ostream& out)
 {
-    write(toJson(why), out);
+    out << textOf(toJson(why), kIndent) << '\n';
 }
 
 void writeExplanation(const Evidence& evidence, std::ostream& out)
 {
-    Json entry = toJson(evidence);
-    entry["summary"] = summaryOf(evidence);
-    write(entry, out);
+    out << textOf(wholeOf(evidence), kIndent) << '\n';
+}
+
+std::string explanationLine(const Evidence& evidence)
+{
+    return textOf(wholeOf(evidence), kOneLine);
+}
+
+std::string outcomeLine(const WhyNot& why)
+{
+    return textOf(outcomeToJson(why), kOneLine);
 }
 
 } // namespace scenariomatch

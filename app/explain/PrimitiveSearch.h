@@ -54,6 +54,9 @@ public:
     // The nearest of all, where all constraints are tested here.
     const std::optional<NearMiss>& nearest() const { return m_nearest; }
 
+    // How near the nearest of all came.
+    const std::optional<MissRank>& nearestRank() const { return m_nearestRank; }
+
     // In how many frames there were too many candidates.
     std::uint64_t cutFrames() const { return m_cutFrames; }
 

@@ -67,6 +67,7 @@ struct WhyNot
     // The candidate that came nearest, with all constraints that were false for it. Nothing where
     // some constraint must not be asked again.
     std::optional<NearMiss> nearest;
+    std::optional<MissRank> nearestRank;
     std::optional<ConfidenceMiss> confidence;
     std::vector<ComponentOutcome> components;
     // Why sub-events that were recognised never made a candidate; a clause without full stop.

@@ -11,12 +11,8 @@ struct WhyNotObserver::Watched
 {
     const CSScenario* model = nullptr;
     std::size_t hidden = 0;
-    // One of them.
-    std::unique_ptr<PrimitiveSearch> primitive;
-    std::unique_ptr<CompositeSearch> composite;
-    // Constraints that only recognition may ask, of a primitive state.
-    std::vector<std::uint64_t> untold;
-    std::optional<ConfidenceMiss> confidence;
+    // From the first frame on.
+    std::optional<ModelWatch> watch;
     // In the time asked for, with the objects asked for.
     bool isRecognised = false;
 };
@@ -34,7 +30,6 @@ WhyNotObserver::WhyNotObserver(const RecognitionView& view, WhyNotQuestion quest
         auto& watched = m_watched.emplace_back(std::make_unique<Watched>());
         watched->model = part.model;
         watched->hidden = part.hidden;
-        watched->untold.resize(part.model->m_constraints.size());
         m_events.watch(part.model->m_name);
     }
 }
@@ -50,14 +45,10 @@ void WhyNotObserver::start()
         m_question.window = m_question.window.after(m_start.milliseconds);
     }
     for (const auto& watched : m_watched) {
-        const CSScenario& model = *watched->model;
-        if (model.m_kind == "PrimitiveState") {
-            watched->primitive = std::make_unique<PrimitiveSearch>(
-                model, m_filter, watched->hidden, m_question.mostCandidates);
-        } else {
-            watched->composite =
-                std::make_unique<CompositeSearch>(model, m_events, m_question.lookBack);
-        }
+        watched->watch.emplace(
+            *watched->model,
+            WatchTerms{m_filter, m_events, m_question.lookBack, m_question.mostCandidates},
+            watched->hidden);
     }
 }
 
@@ -77,8 +68,8 @@ void WhyNotObserver::frameStarted(FrameView& view, const CSTimeStamp& now)
     for (const auto& watched : m_watched) {
         // Of a part that was recognised nobody asks why it was not.
         const bool isAsked = watched == m_watched.front() || !watched->isRecognised;
-        if (watched->primitive && isAsked) {
-            watched->primitive->addFrame(view, now);
+        if (isAsked) {
+            watched->watch->addFrame(view, now);
         }
     }
 }
@@ -114,7 +105,7 @@ void WhyNotObserver::candidateTested(const CSScenario& model, const CConstraint:
     }
     Watched* const here = watched(model, bindings);
     if (here != nullptr) {
-        here->composite->candidateTested();
+        here->watch->candidateTested();
     }
 }
 
@@ -122,13 +113,8 @@ void WhyNotObserver::constraintFalse(
     const CSScenario& model, const CConstraint::Bindings& bindings, std::size_t constraint)
 {
     Watched* const here = watched(model, bindings);
-    if (here == nullptr) {
-        return;
-    }
-    if (here->composite) {
-        here->composite->constraintFalse(bindings, constraint, m_now);
-    } else if (constraint >= here->primitive->tested()) {
-        ++here->untold[constraint];
+    if (here != nullptr) {
+        here->watch->constraintFalse(bindings, constraint, m_now);
     }
 }
 
@@ -136,19 +122,8 @@ void WhyNotObserver::notConfident(
     const CSScenario& model, const CConstraint::Bindings& bindings, double confidence)
 {
     Watched* const here = watched(model, bindings);
-    if (here == nullptr) {
-        return;
-    }
-    std::optional<ConfidenceMiss>& miss = here->confidence;
-    const bool isNearest = !miss || confidence > miss->confidence;
-    if (!miss) {
-        miss.emplace();
-        miss->threshold = model.m_confidenceThreshold;
-    }
-    ++miss->times;
-    if (isNearest) {
-        miss->confidence = confidence;
-        miss->nearest = {m_now, participantsOf(bindings), {}};
+    if (here != nullptr) {
+        here->watch->notConfident(bindings, confidence, m_now);
     }
 }
 
@@ -171,16 +146,14 @@ void WhyNotObserver::noteRecognised(const CSScenarioInstance& instance)
         return;
     }
     here->isRecognised = true;
-    if (here->composite) {
-        here->composite->recognised(instance.m_bindings);
-    }
+    here->watch->recognised(instance.m_bindings);
 }
 
 WhyNot WhyNotObserver::answer()
 {
     for (const auto& watched : m_watched) {
-        if (watched->composite) {
-            watched->composite->finish(m_question.window.from, m_question.window.to);
+        if (watched->watch) {
+            watched->watch->finish(m_question.window.from, m_question.window.to);
         }
     }
     return m_watched.empty() ? WhyNot() : answerFor(*m_watched.front());
@@ -188,10 +161,9 @@ WhyNot WhyNotObserver::answer()
 
 WhyNot WhyNotObserver::answerFor(const Watched& watched)
 {
-    const CSScenario& model = *watched.model;
-    WhyNot why;
-    why.model = model.m_name;
-    why.kind = model.m_kind;
+    WhyNot why = watched.watch ? watched.watch->answer() : WhyNot();
+    why.model = watched.model->m_name;
+    why.kind = watched.model->m_kind;
     why.start = m_start;
     why.first = m_first.value_or(m_start);
     why.last = m_first ? m_last : m_start;
@@ -202,20 +174,7 @@ WhyNot WhyNotObserver::answerFor(const Watched& watched)
         m_question.objects.end(),
         std::back_inserter(why.unseenObjects),
         [this](const std::string& object) { return !m_seen.contains(object); });
-    why.confidence = watched.confidence;
-    if (watched.primitive) {
-        why.candidates = watched.primitive->candidates();
-        why.cutFrames = watched.primitive->cutFrames();
-        why.constraints = watched.primitive->outcomes();
-        why.nearest = watched.primitive->nearest();
-        why.unseenTypes = watched.primitive->absentTypes();
-        for (std::size_t i = 0; i < watched.untold.size(); ++i) {
-            why.constraints[i].firstFalse += watched.untold[i];
-        }
-    } else if (watched.composite) {
-        why.candidates = watched.composite->candidates();
-        why.constraints = watched.composite->outcomes();
-        why.nearest = watched.composite->nearest();
+    if (watched.watch && !watched.watch->isPrimitive()) {
         addComponents(watched, why);
     }
     addEvents(watched, why);

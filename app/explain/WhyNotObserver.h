@@ -1,11 +1,10 @@
 #pragma once
 
 #include "app/explain/Apart.h"
-#include "app/explain/CompositeSearch.h"
 #include "app/explain/KnownEvents.h"
 #include "app/explain/ModelSet.h"
+#include "app/explain/ModelWatch.h"
 #include "app/explain/ObjectFilter.h"
-#include "app/explain/PrimitiveSearch.h"
 #include "app/explain/WhyNot.h"
 #include "engine/RecognitionObserver.h"
 
@@ -76,7 +75,8 @@ private:
 
     void start();
     void noteSeen(FrameView& view);
-    // Null where the model, the objects or the time is none of those asked for.
+    // Null where the model, the objects or the time is none of those asked for. The watch is there
+    // from the first frame on.
     Watched* watched(const CSScenario& model, const CConstraint::Bindings& bindings);
     void noteRecognised(const CSScenarioInstance& instance);
     WhyNot answerFor(const Watched& watched);
