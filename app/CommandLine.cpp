@@ -47,6 +47,7 @@ CommandLine::CommandLine()
     , test(addTestCommand(program, testOptions))
     , explain(addExplainCommand(program, explainOptions))
     , repair(addRepairCommand(program, repairOptions))
+    , report(addReportCommand(program, reportOptions))
 {
     program.set_version_flag("--version", "scenariomatch " SCENARIOMATCH_VERSION);
     program.require_subcommand(1);

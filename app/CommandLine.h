@@ -6,6 +6,7 @@
 #include "app/NewCommand.h"
 #include "app/OperatorsCommand.h"
 #include "app/RepairCommand.h"
+#include "app/report/ReportCommand.h"
 #include "app/RunOptions.h"
 #include "app/ScoreCommand.h"
 #include "app/SynthCommand.h"
@@ -40,6 +41,7 @@ struct CommandLine
     TestOptions testOptions;
     ExplainOptions explainOptions;
     RepairOptions repairOptions;
+    ReportCommandOptions reportOptions;
     // The commands belong to the program.
     const CLI::App* run;
     const CLI::App* check;
@@ -51,6 +53,7 @@ struct CommandLine
     const CLI::App* test;
     const CLI::App* explain;
     const CLI::App* repair;
+    const CLI::App* report;
 };
 
 } // namespace scenariomatch

@@ -33,7 +33,8 @@ constexpr std::array<ExitMeaning, 7> kExitMeanings{
       "output"},
      {kExitModel,
       "a model, parameter, scene or object-type file cannot be used; labels or events that score "
-      "cannot use; a file of tests that test cannot use; an event file that repair refuses"},
+      "cannot use; a picture or events that report cannot use; a file of tests that test cannot "
+      "use; an event file that repair refuses"},
      {kExitTracks, "the tracks cannot be used, or --strict stopped"},
      {kExitPlugin,
       "a plug-in cannot be loaded, there are no operators, or the engine of --isolate ends again "

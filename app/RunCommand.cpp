@@ -11,6 +11,7 @@
 #include "app/ProgressBar.h"
 #include "app/RecognitionSetup.h"
 #include "app/RecordView.h"
+#include "app/report/ReportSetup.h"
 #include "app/RunFiles.h"
 #include "app/RunParameters.h"
 #include "app/RunStatistics.h"
@@ -77,6 +78,8 @@ private:
     bool prepareProcess();
     void watchEventFile();
     bool recognise();
+    bool startReport();
+    void writeReport();
     void recogniseApart();
     void serve(EngineChannel& channel, const IsolatedEngine::Start& start);
     void answerFrames(EngineChannel& channel);
@@ -102,6 +105,8 @@ private:
     std::unique_ptr<TrackReader> m_reader;
     RecognitionSetup m_setup;
     std::unique_ptr<rhmAbstractProcessEventRecognition> m_process;
+    // Watches the process, and goes before it.
+    std::optional<ReportRecorder> m_recorder;
     // Where there is an event file.
     std::optional<EventFileWatch> m_watch;
     RunStatistics m_statistics;
@@ -194,9 +199,17 @@ bool Run::checkOutputs()
     const std::string events = m_options.events == "-" ? "/dev/stdout" : m_options.events;
     const std::string eventFile = textOf("XML3FileName");
     const std::string clash = clashOf(
-        read, {{"--events", events}, {"--trace", m_options.trace}, {"XML3FileName", eventFile}});
+        read,
+        {{"--events", events},
+         {"--trace", m_options.trace},
+         {"--report", m_options.report},
+         {"XML3FileName", eventFile}});
     if (!clash.empty()) {
         return fail(kExitUsage, clash);
+    }
+    const auto noReports = m_options.report.empty() ? std::nullopt : faultOfReports();
+    if (noReports) {
+        return fail(noReports->status, noReports->reason);
     }
     if (hasEventFile() && eventFile.empty()) {
         return fail(kExitUsage, "saveXML3File needs a file name: XML3FileName is missing");
@@ -227,6 +240,10 @@ bool Run::openOutputs()
         if (!m_traceFile) {
             return fail(kExitOutput, m_options.trace + ": " + systemReason());
         }
+    }
+    const auto noReport = m_options.report.empty() ? std::nullopt : faultOfOutput(m_options.report);
+    if (noReport) {
+        return fail(noReport->status, noReport->reason);
     }
     const std::string eventFile = textOf("XML3FileName");
     if (hasEventFile() && !isWritable(eventFile)) {
@@ -265,8 +282,38 @@ bool Run::printPlans()
     return m_data.good() || fail(kExitOutput, "standard output: the plan cannot be written");
 }
 
+// True without a report, and where one can be made.
+bool Run::startReport()
+{
+    if (m_options.report.empty()) {
+        return true;
+    }
+    RecognitionView* const view = ownView();
+    if (view == nullptr) {
+        return fail(kExitPlugin, "the plug-in does not tell what it does");
+    }
+    m_recorder.emplace(*view, reportTerms(m_options, m_setup, *m_process));
+    return true;
+}
+
+void Run::writeReport()
+{
+    const std::optional<RunFault> fault =
+        scenariomatch::writeReport(m_options.report, m_recorder->finish());
+    if (m_recorder->unexplained() > 0) {
+        m_talk << "scenariomatch run: " << m_recorder->unexplainedText() << '\n';
+    }
+    if (fault) {
+        fail(fault->status, fault->reason);
+    }
+    m_recorder.reset();
+}
+
 bool Run::recognise()
 {
+    if (!startReport()) {
+        return false;
+    }
     const RecordView records(*m_process);
     const RecognitionView* const own = ownView();
     const RecognitionView& view = own == nullptr ? records : *own;
@@ -276,6 +323,9 @@ bool Run::recognise()
         [&](EventCollector& collector, const TrackFrame& frame) {
             feed.addFrame(frame);
             takeFrame(collector, view, frame);
+            if (m_recorder) {
+                m_recorder->addFrame(frame);
+            }
         });
 }
 
@@ -392,6 +442,9 @@ bool Run::collect(const std::string& prolongation, const Step& step)
     if (!m_data) {
         const std::string name = m_options.events == "-" ? "standard output" : m_options.events;
         fail(kExitOutput, name + ": the events cannot be written");
+    }
+    if (m_recorder) {
+        writeReport();
     }
     if (m_options.hasStatistics) {
         m_statistics.setLostFrames(m_watch ? m_watch->lost() : 0);

@@ -122,6 +122,11 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
     command
         .add_option("--trace", options.trace, "File for the plug-in's traces (dropped otherwise)")
         ->type_name("FILE");
+    command
+        .add_option(
+            "--report", options.report, "Also write a page that shows what happened and why (HTML)")
+        ->type_name("FILE")
+        ->check(notEmpty());
     addChoice(
         command,
         "--progress",
@@ -162,6 +167,12 @@ CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
     command->callback([&options] {
         if (options.tracks.empty() && !options.isPlan) {
             throw CLI::RequiredError("--tracks");
+        }
+        if (options.isPlan && !options.report.empty()) {
+            throw CLI::ExcludesError("--report", "--print-plan");
+        }
+        if (options.isIsolated && !options.report.empty()) {
+            throw CLI::ExcludesError("--report", "--isolate");
         }
     });
     command->footer(footerText(

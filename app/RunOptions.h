@@ -37,6 +37,8 @@ struct RunOptions
     bool isEveryFrame = false;
     bool isStrict = false;
     std::string trace;
+    // File for the page; empty for none.
+    std::string report;
     ProgressMode progress = ProgressMode::Auto;
     bool hasStatistics = false;
     // Nothing is recognised: tracks and events are left alone.

@@ -50,6 +50,9 @@ int runProgram(int argc, char** argv)
     if (line.repair->parsed()) {
         return runRepair(line.repairOptions, std::cerr);
     }
+    if (line.report->parsed()) {
+        return runReport(line.reportOptions, std::cerr);
+    }
     if (line.newOperator->parsed()) {
         return runNewOperator(
             line.newOperatorOptions,

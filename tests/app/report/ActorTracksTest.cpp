@@ -1,0 +1,90 @@
+#include "app/report/ActorTracks.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+namespace scenariomatch
+{
+
+namespace
+{
+
+const TrackPrecision kMetres{0.01, 0.05};
+
+TrackedActor actorAt(int id, float x, float y)
+{
+    TrackedActor actor;
+    actor.id = id;
+    actor.type = "PERSON";
+    actor.position = TrackPoint{x, y, 0.0F};
+    return actor;
+}
+
+void addFrame(ActorTracks& tracks, std::int64_t time, std::vector<TrackedActor> actors)
+{
+    TrackFrame frame;
+    frame.actors = std::move(actors);
+    tracks.addFrame(frame, time);
+}
+
+} // namespace
+
+TEST(ActorTracks, WriteKeyPointsAsDifferencesInOrderOfTheActors)
+{
+    ActorTracks tracks;
+    addFrame(tracks, 0, {actorAt(7, 1, 2), actorAt(-3, 0, 0)});
+    addFrame(tracks, 40, {actorAt(7, 1.5F, 2), actorAt(-3, 0, 0)});
+    addFrame(tracks, 80, {actorAt(7, 1.5F, 1), actorAt(-3, 0, 0)});
+    EXPECT_EQ(
+        tracks.json(kMetres),
+        R"({"quantum":0.01,"actors":[{"t":[0,80],"x":[0,0],"y":[0,0],"gap":[]},)"
+        R"({"t":[0,40,40],"x":[100,50,0],"y":[200,0,-100],"gap":[]}]})");
+}
+
+TEST(ActorTracks, TellWhereAnActorWasOutOfView)
+{
+    ActorTracks tracks;
+    addFrame(tracks, 0, {actorAt(1, 0, 0)});
+    addFrame(tracks, 40, {});
+    addFrame(tracks, 80, {actorAt(1, 0, 0)});
+    addFrame(tracks, 120, {actorAt(1, 0, 0)});
+    const auto json = nlohmann::json::parse(tracks.json(kMetres));
+    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({0, 80, 40}));
+    EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({1}));
+}
+
+TEST(ActorTracks, TakeAnActorWithoutAPlaceForOutOfView)
+{
+    TrackedActor unplaced = actorAt(1, 0, 0);
+    unplaced.position.reset();
+    ActorTracks tracks;
+    addFrame(tracks, 0, {unplaced});
+    addFrame(tracks, 40, {actorAt(1, 5, 0)});
+    addFrame(tracks, 80, {unplaced});
+    addFrame(tracks, 120, {actorAt(1, 5, 0)});
+    const auto json = nlohmann::json::parse(tracks.json(kMetres));
+    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({40, 80}));
+    EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({1}));
+    EXPECT_EQ(tracks.actors().at(1).first, 0);
+    EXPECT_EQ(tracks.actors().at(1).last, 120);
+    EXPECT_EQ(tracks.actors().at(1).type, "PERSON");
+}
+
+TEST(ActorTracks, KnowTheGroundThatTheyCover)
+{
+    ActorTracks tracks;
+    EXPECT_EQ(tracks.side(), 0.0);
+    addFrame(tracks, 0, {actorAt(1, -3, 5), actorAt(2, 7, 0)});
+    EXPECT_EQ(tracks.side(), 10.0);
+}
+
+TEST(TrackPrecision, IsFiveCentimetresAndCoarserInLargeScenes)
+{
+    EXPECT_DOUBLE_EQ(TrackPrecision::ofScene(0).departure, 0.05);
+    EXPECT_DOUBLE_EQ(TrackPrecision::ofScene(100).quantum, 0.01);
+    EXPECT_DOUBLE_EQ(TrackPrecision::ofScene(1920).departure, 0.96);
+    EXPECT_DOUBLE_EQ(TrackPrecision::ofScene(1920).quantum, 0.192);
+}
+
+} // namespace scenariomatch
