@@ -135,7 +135,7 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
         "Whether progress is shown; auto (default) shows it on a terminal");
     command.add_flag(
         "--stats", options.hasStatistics, "Write figures of the run to standard error");
-    CLI::Option* const isolate = command.add_flag(
+    command.add_flag(
         "--isolate",
         options.isIsolated,
         "Recognise in a process of its own, which starts anew where an operator ends it");
@@ -146,14 +146,31 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
             "With --isolate: how long a frame may take before the process counts as hung "
             "(no limit)")
         ->type_name("SECONDS")
-        ->check(numberBetween(kLeastTimeout, kMostTimeout, "a number from 0.001 to 1000000"))
-        ->needs(isolate);
-    command
-        .add_flag(
-            "--print-plan",
-            options.isPlan,
-            "Write to standard output how the models are matched, and end; no tracks are read")
-        ->excludes(isolate);
+        ->check(numberBetween(kLeastTimeout, kMostTimeout, "a number from 0.001 to 1000000"));
+    command.add_flag(
+        "--print-plan",
+        options.isPlan,
+        "Write to standard output how the models are matched, and end; no tracks are read");
+}
+
+// What options ask of each other: said here, not in the help, which tells it in its own words.
+void checkTogether(const RunOptions& options)
+{
+    if (options.tracks.empty() && !options.isPlan) {
+        throw CLI::RequiredError("--tracks");
+    }
+    if (options.isPlan && options.isIsolated) {
+        throw CLI::ExcludesError("--print-plan", "--isolate");
+    }
+    if (options.isPlan && !options.report.empty()) {
+        throw CLI::ExcludesError("--report", "--print-plan");
+    }
+    if (options.isIsolated && !options.report.empty()) {
+        throw CLI::ExcludesError("--report", "--isolate");
+    }
+    if (options.secondsPerFrame && !options.isIsolated) {
+        throw CLI::RequiresError("--frame-timeout", "--isolate");
+    }
 }
 
 } // namespace
@@ -164,17 +181,7 @@ CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
     addParameterOptions(*command, options);
     addTrackOptions(*command, options, "REQUIRED, but for --print-plan", "--format");
     addOutputOptions(*command, options);
-    command->callback([&options] {
-        if (options.tracks.empty() && !options.isPlan) {
-            throw CLI::RequiredError("--tracks");
-        }
-        if (options.isPlan && !options.report.empty()) {
-            throw CLI::ExcludesError("--report", "--print-plan");
-        }
-        if (options.isIsolated && !options.report.empty()) {
-            throw CLI::ExcludesError("--report", "--isolate");
-        }
-    });
+    command->callback([&options] { checkTogether(options); });
     command->footer(footerText(
         {.description =
              "Hands the tracks of a recording, frame by frame, to the recognition plug-in, "

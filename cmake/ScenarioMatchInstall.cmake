@@ -28,6 +28,7 @@ set(SCENARIOMATCH_PUBLIC_HEADERS
     host/ContextElement.h
     host/HostExport.h
     host/Information3D.h
+    host/XmlTags.h
     host/ovkAbstractProcess.h
     host/ovkAbstractProcessFactory.h
     host/ovkLogEngine.h

@@ -13,10 +13,12 @@ namespace scenariomatch
 namespace
 {
 
+// What an engine leaves behind at its end is never destroyed: an engine may live as long as the
+// program.
 OperatorFailureHandler& failureHandler()
 {
-    static OperatorFailureHandler handler;
-    return handler;
+    static auto* const handler = new OperatorFailureHandler;
+    return *handler;
 }
 
 OperatorNote& operatorNote()
@@ -33,10 +35,12 @@ OperatorTimes*& operatorTimes()
 
 // The kinds of the results of operators that were called with value objects while there was a
 // handler.
-std::unordered_map<const CSOperatorInterfaceAbstract*, std::uint32_t>& resultKinds()
+using ResultKinds = std::unordered_map<const CSOperatorInterfaceAbstract*, std::uint32_t>;
+
+ResultKinds& resultKinds()
 {
-    static std::unordered_map<const CSOperatorInterfaceAbstract*, std::uint32_t> kinds;
-    return kinds;
+    static auto* const kinds = new ResultKinds;
+    return *kinds;
 }
 
 // One call of an operator, noted and timed where that is asked for.
