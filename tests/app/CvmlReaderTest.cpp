@@ -109,7 +109,7 @@ TEST(CvmlReader, KeepsTheFirstOfTwoObjectsWithOneIdentifier)
 
 TEST(CvmlReader, LeavesOutFramesOutOfOrderAndWithoutNumber)
 {
-    const std::string object = "<object id=\"1\"><box xc=\"1\" yc=\"1\" w=\"1\" h=\"1\"/></object>";
+    const std::string object = R"(<object id="1"><box xc="1" yc="1" w="1" h="1"/></object>)";
     const TrackReading reading = readTracks(dataset(
         frameOf(object, 5) + frameOf(object, 4) + "<frame number=\"x\">" + object + "</frame>" +
         frameOf("", 6)));

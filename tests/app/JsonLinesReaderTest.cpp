@@ -261,7 +261,7 @@ TEST(JsonLinesReader, LeavesOutLinesThatAreTooLong)
     TrackReaderOptions options;
     options.limits.input.longestLine = 100;
     const TrackReading reading = readTracks(
-        "{\"frame\":1,\"actors\":[" + std::string(1000, ' ') + "]}\n" + lineOf("", 2), options);
+        R"({"frame":1,"actors":[)" + std::string(1000, ' ') + "]}\n" + lineOf("", 2), options);
     EXPECT_EQ(reading.frames.size(), 1U);
     EXPECT_TRUE(
         reading.talk.starts_with("tracks:1:1: the line is longer than 100 bytes\n{\"frame\":1"))

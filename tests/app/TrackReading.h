@@ -33,14 +33,14 @@ inline std::string temporaryFile(const std::string& name)
 
 inline std::string writeTemporary(const std::string& name, const std::string& text)
 {
-    const std::string path = temporaryFile(name);
+    std::string path = temporaryFile(name);
     std::ofstream(path, std::ios::binary) << text;
     return path;
 }
 
 inline std::string writeCompressed(const std::string& name, const std::string& text)
 {
-    const std::string path = temporaryFile(name);
+    std::string path = temporaryFile(name);
     gzFile file = gzopen(path.c_str(), "wb");
     gzwrite(file, text.data(), static_cast<unsigned>(text.size()));
     gzclose(file);
