@@ -27,7 +27,7 @@ namespace scenariomatch
 struct ReportTerms
 {
     std::string title;
-    std::vector<SceneObject> scene;
+    std::vector<PlanObject> scene;
     std::optional<ScenePicture> picture;
     // Lengths are pixels, and y grows downwards.
     bool isInPixels = false;

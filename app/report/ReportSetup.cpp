@@ -27,7 +27,7 @@ double numberOf(const rhmAbstractProcessEventRecognition& process, const std::st
     return stringToDouble(process.parameter(parameter).value_or("0"));
 }
 
-std::vector<SceneObject> sceneOf(const RecognitionSetup& setup)
+std::vector<PlanObject> sceneOf(const RecognitionSetup& setup)
 {
     rhmDataContext context;
     const std::string name = setup.textOf("RHMContext");

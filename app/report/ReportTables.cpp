@@ -188,7 +188,7 @@ Json TableMaker::clock() const
 Json TableMaker::scene() const
 {
     Json objects = Json::array();
-    for (const SceneObject& object : m_sources.scene) {
+    for (const PlanObject& object : m_sources.scene) {
         objects.push_back(
             {{"id", object.id},
              {"name", object.name},

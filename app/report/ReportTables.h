@@ -26,7 +26,7 @@ struct ReportTableSources
     // Milliseconds from the first frame to the last one.
     std::int64_t end = 0;
     std::size_t frames = 0;
-    std::vector<SceneObject> scene;
+    std::vector<PlanObject> scene;
     std::optional<ScenePicture> picture;
     bool isInPixels = false;
     const ActorTracks& tracks;

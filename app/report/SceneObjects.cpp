@@ -47,9 +47,9 @@ std::vector<std::pair<double, double>> shapeOf(const ContextElement& element)
 } // namespace
 
 // Identifiers as the process gives them: what is not known, such as a camera, gives its own away.
-std::vector<SceneObject> sceneObjects(const std::vector<ContextElement>& context)
+std::vector<PlanObject> sceneObjects(const std::vector<ContextElement>& context)
 {
-    std::vector<SceneObject> objects;
+    std::vector<PlanObject> objects;
     int id = 0;
     for (const ContextElement& element : context) {
         const std::string type = typeOf(element);
@@ -64,11 +64,11 @@ bool isTracked(const std::string& type)
     return type == "Person" || type == "Group" || type == "Mobile";
 }
 
-double sideOf(const std::vector<SceneObject>& objects)
+double sideOf(const std::vector<PlanObject>& objects)
 {
     std::vector<double> xs;
     std::vector<double> ys;
-    for (const SceneObject& object : objects) {
+    for (const PlanObject& object : objects) {
         for (const auto& [x, y] : object.shape) {
             xs.push_back(x);
             ys.push_back(y);

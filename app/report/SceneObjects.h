@@ -10,7 +10,7 @@ namespace scenariomatch
 {
 
 // An object of the scene as recognition knows it, and its outline on the ground.
-struct SceneObject
+struct PlanObject
 {
     // The host's identifier; tracked objects may have the same.
     int id = 0;
@@ -22,12 +22,12 @@ struct SceneObject
     std::vector<std::pair<double, double>> shape;
 };
 
-std::vector<SceneObject> sceneObjects(const std::vector<ContextElement>& context);
+std::vector<PlanObject> sceneObjects(const std::vector<ContextElement>& context);
 
 // Whether objects of the type are tracked; all others are of the scene.
 bool isTracked(const std::string& type);
 
 // The larger side of the ground that the objects cover; 0 without any.
-double sideOf(const std::vector<SceneObject>& objects);
+double sideOf(const std::vector<PlanObject>& objects);
 
 } // namespace scenariomatch

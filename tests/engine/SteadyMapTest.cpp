@@ -15,7 +15,7 @@ TEST(SteadyMap, HoldsWhatAnOrdinaryMapHolds)
 {
     SteadyMap<int, int> map;
     std::map<int, int> plain;
-    std::mt19937 random(7); // NOLINT(bugprone-random-generator-seed,cert-msc51-cpp): reproducible
+    std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): reproducible
     for (int step = 0; step < 100'000; ++step) {
         const int key = static_cast<int>(random() % 4000U) - 2000;
         if (random() % 3U == 0U) {
@@ -34,6 +34,7 @@ TEST(SteadyMap, HoldsWhatAnOrdinaryMapHolds)
     std::vector<int> values;
     map.forEach([&values](int value) { values.push_back(value); });
     std::vector<int> expected;
+    expected.reserve(plain.size());
     for (const auto& [key, value] : plain) {
         expected.push_back(value);
     }

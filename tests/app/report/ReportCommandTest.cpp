@@ -315,7 +315,7 @@ TEST_F(ReportCommand, ShowsTheEventsOfAFile)
     const json& columns = report.data["events"];
     EXPECT_EQ(columns["id"], json({0, 1, 90}));
     EXPECT_EQ(columns["model"], json({0, 0, 1}));
-    EXPECT_EQ(columns["subEvents"][2], json({0}));
+    EXPECT_EQ(columns["subEvents"][2], json::parse("[0]"));
     EXPECT_EQ(report.data["models"][1]["name"], "Elsewhere");
     EXPECT_EQ(report.data["models"][1]["components"][0]["model"], 0);
     EXPECT_EQ(report.data["alarms"][columns["alarm"][2].get<std::size_t>()], "HIGH");

@@ -23,7 +23,7 @@ std::vector<ContextElement> lobby()
 
 TEST(SceneObjects, HaveTheTypesAndIdentifiersOfRecognition)
 {
-    const std::vector<SceneObject> objects = sceneObjects(lobby());
+    const std::vector<PlanObject> objects = sceneObjects(lobby());
     ASSERT_EQ(objects.size(), 4U);
     EXPECT_EQ(objects[0].type, "Zone");
     EXPECT_EQ(objects[0].id, 0);
@@ -37,7 +37,7 @@ TEST(SceneObjects, HaveTheTypesAndIdentifiersOfRecognition)
 
 TEST(SceneObjects, AreDrawnAsPolygonsAndOpenWalls)
 {
-    const std::vector<SceneObject> objects = sceneObjects(lobby());
+    const std::vector<PlanObject> objects = sceneObjects(lobby());
     EXPECT_TRUE(objects[0].isClosed);
     EXPECT_EQ(objects[0].shape.size(), 3U);
     EXPECT_FALSE(objects[3].isClosed);
@@ -50,7 +50,7 @@ TEST(SceneObjects, AreDrawnAsPolygonsAndOpenWalls)
 TEST(SceneObjects, CoverGround)
 {
     EXPECT_EQ(sideOf(sceneObjects(lobby())), 8.0);
-    EXPECT_EQ(sideOf(std::vector<SceneObject>()), 0.0);
+    EXPECT_EQ(sideOf(std::vector<PlanObject>()), 0.0);
 }
 
 TEST(SceneObjects, AreNotTracked)
