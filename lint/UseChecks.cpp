@@ -73,6 +73,10 @@ void UseChecker::checkDuplicates()
 {
     std::map<std::string, const Model*> first;
     for (const Model& model : m_project.models()) {
+        if (model.name.text.empty()) {
+            // Its header is at fault already.
+            continue;
+        }
         const auto [entry, isNew] = first.emplace(model.name.text, &model);
         if (!isNew) {
             const Range& other = entry->second->name.range;

@@ -111,11 +111,26 @@ public:
         const std::size_t indent = line.find_first_not_of(kBlanks);
         m_isRemark = false;
         m_last = ':';
+        if (!hasBegun() && indent != std::string_view::npos && line[indent] != '#') {
+            m_begin = indent;
+            m_isFlow = line[indent] == '[' || line[indent] == '{';
+        }
         for (std::size_t i = addBlock(line, indent); i < line.size(); ++i) {
             i = addCharacter(line, i);
         }
         m_deepest = std::max(m_deepest, depth());
     }
+
+    // Whether the document's own list or map ends before a line: one in block style before what
+    // lies left of it, one in flow style with its bracket.
+    bool isEndedBy(std::string_view line) const
+    {
+        const std::size_t column = line.find_first_not_of(kBlanks);
+        const bool isNone = column == std::string_view::npos || line[column] == '#';
+        return hasBegun() && m_brackets == 0 && !isNone && (m_isFlow || column < m_begin);
+    }
+
+    bool hasBegun() const { return m_begin != std::string_view::npos; }
 
     std::size_t deepest() const { return m_deepest; }
 
@@ -191,6 +206,9 @@ private:
     std::vector<std::size_t> m_columns;
     std::size_t m_brackets = 0;
     std::size_t m_deepest = 0;
+    // Where the document's own list or map begins, and whether it is in flow style.
+    std::size_t m_begin = std::string_view::npos;
+    bool m_isFlow = false;
     // The last character that is no blank, and whether a remark may have begun, on this line.
     char m_last = ':';
     bool m_isRemark = false;
@@ -201,21 +219,47 @@ bool isBlank(std::string_view text)
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-// Documents that end are followed by nothing.
+// "%YAML:1.0", or with a blank for the colon, and nothing behind it.
+bool isYamlHeader(std::string_view line)
+{
+    const bool isKnown = line.starts_with("%YAML:1.") || line.starts_with("%YAML 1.");
+    const std::size_t end = line.find_first_not_of("0123456789", 8);
+    return isKnown && (end == std::string_view::npos || isBlank(line.substr(end)));
+}
+
+// Takes the first line, with its end, from a text that is not empty.
+std::string_view takeLine(std::string_view& text)
+{
+    const std::size_t size = std::min(text.find('\n'), text.size() - 1) + 1;
+    const std::string_view line = text.substr(0, size);
+    text.remove_prefix(size);
+    return line;
+}
+
+// One document, behind which is nothing: what stands there may keep the library for ever.
 Fault linesFault(std::string_view text, const ParameterLimits& limits)
 {
+    const bool hasHeader = text.starts_with('%');
+    if (hasHeader && !isYamlHeader(takeLine(text))) {
+        return placed(1, "\"%YAML:1.0\" is expected, and nothing behind it");
+    }
     Nesting nesting;
-    std::size_t number = 0;
+    bool isOpened = false;
+    std::size_t number = hasHeader ? 1 : 0;
     while (!text.empty()) {
         ++number;
-        const std::size_t end = std::min(text.find('\n'), text.size() - 1);
-        const std::string_view line = text.substr(0, end + 1);
-        text.remove_prefix(end + 1);
-        if (line.starts_with("...")) {
-            const bool isLast = isBlank(line.substr(3)) && isBlank(text);
-            return isLast ? Fault() : placed(number, "nothing is expected behind the end");
+        const std::string_view line = takeLine(text);
+        const bool isLast = line.starts_with("...");
+        const bool isOpening = line.starts_with("---");
+        if (isLast ? !isBlank(line.substr(3)) || !isBlank(text)
+                   : nesting.isEndedBy(line) || (isOpening && (isOpened || nesting.hasBegun()))) {
+            return placed(number, "nothing is expected behind the end");
         }
-        nesting.addLine(line);
+        if (isLast) {
+            return std::nullopt;
+        }
+        isOpened = isOpened || isOpening;
+        nesting.addLine(isOpening ? line.substr(3) : line);
         if (nesting.deepest() > limits.depth) {
             return placed(number, deeperThan(limits.depth));
         }
