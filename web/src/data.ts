@@ -57,7 +57,7 @@ export interface Model {
   constraints: { text: string }[];
 }
 
-// Columns of the same length. An object is -1 where nothing is bound, a sub-event where it is no event of the report.
+// Columns of the same length. A confidence that is no number is null. An object is -1 where nothing is bound, a sub-event where it is no event of the report.
 // Bit k of `fixed` is set where object k belongs to the scene: people and things of the scene are numbered apart.
 export interface EventColumns {
   id: number[];
@@ -66,7 +66,7 @@ export interface EventColumns {
   end: number[];
   beginFrame: number[];
   endFrame: number[];
-  confidence: number[];
+  confidence: (number | null)[];
   alarm: number[];
   objects: number[][];
   fixed: number[];
@@ -119,7 +119,7 @@ export interface Finding {
   holds: boolean;
   seen?: string;
   needed?: string;
-  margin?: number;
+  margin?: number | null;
   unit?: string;
   note?: string;
 }
@@ -133,8 +133,8 @@ export interface Evidence {
   id: number;
   model: string;
   kind: string;
-  confidence: number;
-  threshold: number;
+  confidence: number | null;
+  threshold: number | null;
   begin: Moment;
   recognised: Moment;
   end: Moment;
@@ -149,7 +149,7 @@ export interface NearMiss {
   objects: NamedObject[];
   false: Finding[];
   // False constraints, of these without a margin, sum of the shares missed: smaller is nearer.
-  rank?: number[];
+  rank?: (number | null)[];
 }
 
 export interface BinConstraint {
@@ -160,8 +160,8 @@ export interface BinConstraint {
 // How often all constraints held and only the confidence was too low.
 export interface ConfidenceMiss {
   times: number;
-  threshold: number;
-  confidence: number;
+  threshold: number | null;
+  confidence: number | null;
 }
 
 // What `explain --model` counts in one part of the time.

@@ -1,7 +1,7 @@
 import type { PlanView } from './plan/PlanView';
 import type { Report } from './report';
 import type { Store } from './store';
-import { durationText } from './time';
+import { durationText, trimmedOrDash } from './time';
 import type { TimelineView } from './timeline/TimelineView';
 import { applyTheme } from './ui/theme';
 import { element } from './ui/dom';
@@ -50,7 +50,7 @@ function table(report: Report, shown: Int32Array): HTMLElement {
         report.model(event).name,
         report.bindings(event),
         report.alarmName(report.alarm(event)),
-        String(report.data.events.confidence[event] ?? 0),
+        trimmedOrDash(report.data.events.confidence[event], 3),
       ].map(text => element('td', { text })),
     ),
   );

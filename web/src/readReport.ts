@@ -10,7 +10,19 @@ import type {
   TracksData,
   WhyData,
 } from './data';
-import { DataProblem, fields, index, indexes, list, number, numbers, optional, text, texts } from './shape';
+import {
+  DataProblem,
+  fields,
+  index,
+  indexes,
+  list,
+  number,
+  numbers,
+  numbersOrNull,
+  optional,
+  text,
+  texts,
+} from './shape';
 
 const kVersion = 1;
 
@@ -156,8 +168,8 @@ function readModel(
 function readEvents(value: unknown, models: number, alarms: number): EventColumns {
   const entry = fields(value, 'events');
   const ids = numbers(entry['id'], 'events.id');
-  const column = (name: string): number[] => {
-    const values = numbers(entry[name], `events.${name}`);
+  const column = <Value>(name: string, read: (value: unknown, place: string) => Value[]): Value[] => {
+    const values = read(entry[name], `events.${name}`);
     sameLength(values, ids, name);
     return values;
   };
@@ -168,15 +180,15 @@ function readEvents(value: unknown, models: number, alarms: number): EventColumn
   };
   const events: EventColumns = {
     id: ids,
-    model: column('model'),
-    begin: column('begin'),
-    end: column('end'),
-    beginFrame: column('beginFrame'),
-    endFrame: column('endFrame'),
-    confidence: column('confidence'),
-    alarm: column('alarm'),
+    model: column('model', numbers),
+    begin: column('begin', numbers),
+    end: column('end', numbers),
+    beginFrame: column('beginFrame', numbers),
+    endFrame: column('endFrame', numbers),
+    confidence: column('confidence', numbersOrNull),
+    alarm: column('alarm', numbers),
     objects: lists('objects'),
-    fixed: column('fixed'),
+    fixed: column('fixed', numbers),
     subEvents: lists('subEvents'),
   };
   indexes(events.model, models, 'events.model');

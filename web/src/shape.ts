@@ -43,6 +43,16 @@ export function numbers(value: unknown, place: string): number[] {
   return entries as number[];
 }
 
+// Numbers, or null for what is no number.
+export function numbersOrNull(value: unknown, place: string): (number | null)[] {
+  const entries = list(value, place);
+  const wrong = entries.findIndex(entry => entry !== null && !Number.isFinite(entry));
+  if (wrong >= 0) {
+    number(entries[wrong], `${place}[${wrong}]`);
+  }
+  return entries as (number | null)[];
+}
+
 export function texts(value: unknown, place: string): string[] {
   return list(value, place).map((entry, i) => text(entry, `${place}[${i}]`));
 }

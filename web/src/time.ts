@@ -112,6 +112,11 @@ export function trimmed(value: number, digits: number): string {
   return String(Number(value.toFixed(digits)));
 }
 
+// The same of a number that may be missing: it was no number, so JSON has null.
+export function trimmedOrDash(value: number | null | undefined, digits: number): string {
+  return typeof value === 'number' ? trimmed(value, digits) : '–';
+}
+
 function padded(value: number): string {
   return String(value).padStart(2, '0');
 }

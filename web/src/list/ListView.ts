@@ -1,6 +1,6 @@
 import type { Report } from '../report';
 import type { Store } from '../store';
-import { durationText, trimmed } from '../time';
+import { durationText, trimmedOrDash } from '../time';
 import { alarmStep } from '../ui/colours';
 import { button, element } from '../ui/dom';
 import { download } from '../ui/download';
@@ -159,7 +159,7 @@ export class ListView {
       model: report.model(event).name,
       objects: report.bindings(event),
       alarm,
-      confidence: trimmed(report.data.events.confidence[event] ?? 0, 2),
+      confidence: trimmedOrDash(report.data.events.confidence[event], 2),
     };
     const made = element(
       'div',

@@ -8,7 +8,7 @@ interface ExportedEvent {
   alarm_level: string;
   alarm: number;
   text: string;
-  confidence: number;
+  confidence: number | null;
   begin: string;
   begin_frame: number;
   end: string;
@@ -49,7 +49,7 @@ function exported(report: Report, event: number): ExportedEvent {
     alarm_level: report.alarmName(report.alarm(event)),
     alarm: Math.max(0, report.alarm(event)),
     text: model.alarmText,
-    confidence: report.data.events.confidence[event] ?? 0,
+    confidence: report.data.events.confidence[event] ?? null,
     begin: report.clock.full(report.begin(event)),
     begin_frame: report.data.events.beginFrame[event] ?? 0,
     end: report.clock.full(report.eventEnd(event)),
@@ -84,7 +84,7 @@ function csvLine(event: ExportedEvent): string {
     csvText(event.alarm_level),
     String(event.alarm),
     csvText(event.text),
-    String(event.confidence),
+    event.confidence === null ? 'nan' : String(event.confidence),
     event.begin,
     String(event.begin_frame),
     event.end,

@@ -36,7 +36,7 @@ function keysOf(report: Report, events: Int32Array, column: Column): Float64Arra
     case 'alarm':
       return Float64Array.from(events, event => report.alarm(event));
     case 'confidence':
-      return Float64Array.from(events, event => report.data.events.confidence[event] ?? 0);
+      return Float64Array.from(events, event => report.data.events.confidence[event] ?? -1);
     case 'model':
       return ranked(Array.from(events, event => report.model(event).name));
     case 'objects':

@@ -1,5 +1,5 @@
 import type { Report } from '../report';
-import { durationText, trimmed } from '../time';
+import { durationText, trimmedOrDash } from '../time';
 import { element } from '../ui/dom';
 
 // What the pointer is over: a few lines that follow it.
@@ -21,7 +21,7 @@ export class Tooltip {
         text: `${clock.exact(report.begin(event))} – ${clock.exact(report.eventEnd(event))}`,
       }),
       element('span', {
-        text: `${durationText(report.duration(event))}, confidence ${trimmed(report.data.events.confidence[event] ?? 0, 3)}`,
+        text: `${durationText(report.duration(event))}, confidence ${trimmedOrDash(report.data.events.confidence[event], 3)}`,
       }),
     ];
     const words = [level, report.model(event).alarmText].filter(word => word !== '').join(': ');

@@ -1,7 +1,7 @@
 import type { NearMiss, WhyData } from '../data';
 import type { Report } from '../report';
 import type { Store } from '../store';
-import { durationText, trimmed } from '../time';
+import { durationText, trimmed, trimmedOrDash } from '../time';
 import { choice, element, labelled } from '../ui/dom';
 import { evidenceDetails, header, marginText, objectsText } from './evidenceDetails';
 import { binsIn, summed, type WhyNotSum } from './summary';
@@ -199,7 +199,7 @@ function sumParts(sum: WhyNotSum, moveTo: (seconds: number) => void): HTMLElemen
       element('p', {
         text:
           `All constraints held ${times === 1 ? 'once' : `${times} times`}, but the confidence was at most ` +
-          `${trimmed(confidence, 3)}, and ${trimmed(threshold, 3)} is needed.`,
+          `${trimmedOrDash(confidence, 3)}, and ${trimmedOrDash(threshold, 3)} is needed.`,
       }),
     );
   }

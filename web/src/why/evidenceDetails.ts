@@ -1,5 +1,5 @@
 import type { Evidence, Finding, NamedObject } from '../data';
-import { durationText, trimmed } from '../time';
+import { durationText, trimmed, trimmedOrDash } from '../time';
 import { element } from '../ui/dom';
 
 const kDepth = 20;
@@ -12,7 +12,7 @@ export function evidenceDetails(evidence: Evidence, choose: (id: number) => void
       class: 'facts',
       text:
         `First recognised at ${seconds(evidence.recognised?.seconds)}, ` +
-        `confidence ${trimmed(evidence.confidence, 3)} (needed ${trimmed(evidence.threshold, 3)})`,
+        `confidence ${trimmedOrDash(evidence.confidence, 3)} (needed ${trimmedOrDash(evidence.threshold, 3)})`,
     }),
     findingsTable(evidence.constraints ?? []),
     ...parts.map(({ variable, event }) => part(variable, event, choose, depth)),
@@ -67,7 +67,7 @@ export function header(text: string, name = ''): HTMLElement {
 }
 
 export function marginText(finding: Finding): string {
-  if (finding.margin === undefined) {
+  if (typeof finding.margin !== 'number') {
     return '';
   }
   const unit = finding.unit === 'degree' ? '°' : finding.unit ? ` ${finding.unit}` : '';

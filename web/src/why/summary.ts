@@ -63,7 +63,8 @@ function joined(a: ConfidenceMiss | undefined, b: ConfidenceMiss | undefined): C
   if (!a || !b) {
     return a ?? b;
   }
-  return { ...a, times: a.times + b.times, confidence: Math.max(a.confidence, b.confidence) };
+  const isGreater = (b.confidence ?? -Infinity) > (a.confidence ?? -Infinity);
+  return { ...(isGreater ? b : a), times: a.times + b.times };
 }
 
 // The miss whose measure is smaller, number by number; of equal ones the earlier.
@@ -82,7 +83,7 @@ function nearer(
 }
 
 function rank(miss: NearMiss): number[] {
-  return miss.rank ?? [miss.false.length];
+  return (miss.rank ?? [miss.false.length]).map(part => part ?? Infinity);
 }
 
 function margin(miss: NearMiss): number[] {

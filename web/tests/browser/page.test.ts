@@ -171,6 +171,24 @@ test('filters limit the list and the exports', async () => {
   await closed(opened);
 });
 
+test('a confidence that is no number is a dash, wherever it stands', async () => {
+  const fixture = small();
+  fixture.data.events.confidence.fill(null);
+  fixture.why.events.forEach(evidence => {
+    if (evidence) {
+      evidence.confidence = null;
+    }
+  });
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  assert.equal(await text(page, '.rows .cell.confidence'), '–');
+  await page.locator('.rows .row').first().click();
+  await page.keyboard.press('2');
+  await page.waitForSelector('.why-event .findings');
+  assert.match(await text(page, '.why-event .evidence .facts'), /confidence – \(needed 0\.3\)/);
+  await closed(opened);
+});
+
 test('a sort that is chosen again turns round', async () => {
   const opened = await open(fill(template, { ...small() }));
   const { page } = opened;

@@ -115,6 +115,17 @@ test('JSON says of an event what the program says', () => {
   );
 });
 
+test('a confidence that is no number is sorted below all and exported as the program does', () => {
+  const data = hall({ actors: 6, events: 20, milliseconds: 300_000 }).data;
+  data.events.confidence[7] = null;
+  const odd = new Report(data, []);
+  const order = sorted(odd, passing(odd, kNoFilter), { column: 'confidence', isDown: false });
+  assert.equal(order[0], 7);
+  const [event] = JSON.parse(toJson(odd, Int32Array.of(7))) as { confidence: unknown }[];
+  assert.equal(event?.confidence, null);
+  assert.match(toCsv(odd, Int32Array.of(7)), /,nan,2026-/);
+});
+
 test('only rows in view and a few more are made', () => {
   assert.deepEqual(rowsInView(0, 300, 30, 50_000), { first: 0, last: 16 });
   assert.deepEqual(rowsInView(3000, 300, 30, 105), { first: 94, last: 105 });

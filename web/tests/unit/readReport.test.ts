@@ -52,6 +52,15 @@ test('a level without a name is none', () => {
   );
 });
 
+test('a confidence that is no number is none, another number that is none is refused', () => {
+  const data = copy();
+  const events = data['events'] as { confidence: (number | null)[]; begin: (number | null)[] };
+  events.confidence[3] = null;
+  assert.equal(readReport(data).events.confidence[3], null);
+  events.begin[3] = null;
+  assert.throws(() => readReport(data), /events\.begin\[3\] is no number/);
+});
+
 test('tracks of other actors are refused', () => {
   assert.throws(() => readTracks(whole.tracks, 4), /tracks of 3 actors, not of 4/);
   assert.equal(readTracks(whole.tracks, 3).actors.length, 3);
