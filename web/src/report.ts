@@ -70,7 +70,7 @@ export class Report {
   participants(event: number): Participant[] {
     const fixed = this.data.events.fixed[event] ?? 0;
     return (this.data.events.objects[event] ?? []).map((id, position) =>
-      this.participant(id, (fixed >> position) % 2 !== 0),
+      this.participant(id, isBitSet(fixed, position)),
     );
   }
 
@@ -149,6 +149,11 @@ export class Report {
     const { end, frames } = this.data.clock;
     return frames > 1 && end > 0 ? end / (frames - 1) : 40;
   }
+}
+
+// Of a number that may have more than 32 bits.
+function isBitSet(bits: number, position: number): boolean {
+  return Math.floor(bits / 2 ** position) % 2 === 1;
 }
 
 function latest(times: number[]): number[] {

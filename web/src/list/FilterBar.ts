@@ -11,6 +11,7 @@ export class FilterBar {
   private filter: Filter = { ...kNoFilter };
   private readonly more: HTMLElement;
   private readonly toggle: HTMLButtonElement;
+  private readonly clearing = button('Clear filters', { class: 'quiet' }, () => this.clear());
   private pause = 0;
 
   constructor(
@@ -57,6 +58,7 @@ export class FilterBar {
     this.filter = { ...kNoFilter };
     this.search.value = '';
     this.fill();
+    this.clearing.focus();
     this.set({});
   }
 
@@ -79,7 +81,7 @@ export class FilterBar {
       this.timeField('To', 'to'),
       this.lengthField('At least, s', 'shortest'),
       this.lengthField('At most, s', 'longest'),
-      button('Clear filters', { class: 'quiet' }, () => this.clear()),
+      this.clearing,
     );
   }
 

@@ -70,12 +70,17 @@ export class ListView {
     this.filters.search.select();
   }
 
-  // The event that stands so many rows below the selected one.
+  // The event that stands so many rows below the selected one; without one, the first or the last.
   neighbour(step: number): number {
     const { shown, selected } = this.store.state;
     const row = this.rowOf.get(selected);
-    const next = row === undefined ? (step > 0 ? 0 : shown.length - 1) : row + step;
-    return shown[Math.max(0, Math.min(next, shown.length - 1))] ?? -1;
+    return this.eventInRow(row === undefined ? (step > 0 ? 0 : shown.length - 1) : row + step);
+  }
+
+  // The event in a row, or in the nearest row that there is.
+  private eventInRow(row: number): number {
+    const { shown } = this.store.state;
+    return shown[Math.max(0, Math.min(row, shown.length - 1))] ?? -1;
   }
 
   select(event: number): void {
@@ -203,15 +208,16 @@ export class ListView {
       ArrowUp: -1,
       PageDown: page,
       PageUp: -page,
-      End: length,
-      Home: -length,
     };
+    const ends: Record<string, number> = { Home: 0, End: length - 1 };
     const step = steps[event.key];
-    if (step !== undefined) {
-      event.preventDefault();
-      event.stopPropagation();
-      this.select(this.neighbour(step));
+    const end = ends[event.key];
+    if (step === undefined && end === undefined) {
+      return;
     }
+    event.preventDefault();
+    event.stopPropagation();
+    this.select(step === undefined ? this.eventInRow(end as number) : this.neighbour(step));
   }
 
   private save(format: 'csv' | 'json'): void {

@@ -42,7 +42,8 @@ export function eventsPerBin(report: Report, model: number, width: number): Seri
   const series = emptyBins(report.end, width);
   for (let event = 0; event < report.count; event += 1) {
     if (model < 0 || report.data.events.model[event] === model) {
-      const bin = Math.min(series.values.length - 1, Math.floor(report.begin(event) / width));
+      // An event may have begun before the first frame.
+      const bin = Math.max(0, Math.min(series.values.length - 1, Math.floor(report.begin(event) / width)));
       series.values[bin] = (series.values[bin] as number) + 1;
     }
   }

@@ -10,7 +10,7 @@ import { hall, type Fixture } from '../fixture';
 import { launch, openPage, type Opened } from '../openPage';
 
 const kTemplate = process.env['REPORT_TEMPLATE'] as string;
-const kMostBytes = 400 * 1024;
+const kMostBytes = 400_000;
 const template = readFileSync(kTemplate, 'utf8');
 const folder = mkdtempSync(join(tmpdir(), 'report-page-'));
 let browser: Browser;
@@ -186,6 +186,36 @@ test('a confidence that is no number is a dash, wherever it stands', async () =>
   await page.keyboard.press('2');
   await page.waitForSelector('.why-event .findings');
   assert.match(await text(page, '.why-event .evidence .facts'), /confidence – \(needed 0\.3\)/);
+  await closed(opened);
+});
+
+test('Home and End lead to the ends of the list, with an event selected or without', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  const isRow = (row: string): Promise<unknown> => page.waitForSelector(`#row-${row}[aria-selected=true]`);
+  await page.locator('.grid').focus();
+  await page.keyboard.press('End');
+  await isRow('119');
+  await page.keyboard.press('Home');
+  await isRow('0');
+  await page.keyboard.press('End');
+  await isRow('119');
+  await page.keyboard.press('Escape');
+  await page.keyboard.press('Home');
+  await isRow('0');
+  await closed(opened);
+});
+
+test('clearing the filters keeps the focus where it was', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  await page.getByRole('button', { name: 'Filter' }).click();
+  await page.getByLabel('Kind', { exact: true }).selectOption({ label: 'CompositeState' });
+  await page.getByRole('button', { name: 'Clear filters' }).focus();
+  await page.keyboard.press('Enter');
+  await page.waitForFunction(() => document.querySelector('.count')?.textContent === '120 events');
+  assert.equal(await page.evaluate(() => document.activeElement?.textContent), 'Clear filters');
+  assert.equal(await page.getByLabel('Kind', { exact: true }).inputValue(), '-1');
   await closed(opened);
 });
 

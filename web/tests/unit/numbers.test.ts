@@ -81,6 +81,12 @@ test('bins over time add up to the events, of all models and of one', () => {
   assert.equal(sum(2), countsOfModels(report)[2]?.count);
 });
 
+test('an event that began before the first frame counts in the first bin', () => {
+  const data = hall({ actors: 1, events: 1, milliseconds: 1_200_000 }).data;
+  data.events.begin[0] = -40;
+  assert.equal(eventsPerBin(new Report(data, []), -1, 60_000).values[0], 1);
+});
+
 test('actors over time begin and end with those that are there', () => {
   const series = actorsOverTime(report);
   assert.equal(Math.max(...series.values), 9);
