@@ -53,10 +53,14 @@ bool CvmlReader::next(TrackFrame& frame)
             readStart(frame);
         } else if (m_xml.isCharacters()) {
             readText();
-        } else if (m_xml.isEndElement() && readEnd(frame) && !m_problems.isStopped()) {
-            return true;
+        } else if (m_xml.isEndElement() && readEnd(frame)) {
+            if (!m_problems.isStopped()) {
+                return true;
+            }
+            m_problems.countDropped(frame.actors.size());
         }
     }
+    dropFrame(frame);
     return false;
 }
 
@@ -102,7 +106,7 @@ void CvmlReader::finish(const std::string& damage)
 {
     m_isFinished = true;
     if (!damage.empty()) {
-        m_problems.report(TrackProblemKind::Damaged, place(), damage);
+        m_problems.report(Oddity::Damaged, place(), damage);
     }
 }
 
@@ -123,7 +127,7 @@ void CvmlReader::readStart(TrackFrame& frame)
     } else if (name == QLatin1String("frame")) {
         readFrameStart(frame);
     } else if (!m_isInFrame) {
-        return;
+        countRefused(name);
     } else if (!m_object && (name == QLatin1String("object") || name == QLatin1String("group"))) {
         readObjectStart();
     } else if (m_object && name == QLatin1String("box") && m_depth == m_objectDepth + 1) {
@@ -145,11 +149,34 @@ bool CvmlReader::readEnd(TrackFrame& frame)
         m_object->isBag = m_object->isBag || trimmed(*m_role) == kBagRole;
         m_role.reset();
     }
-    if (name == QLatin1String("frame") && m_isInFrame) {
+    const bool isFrame = name == QLatin1String("frame");
+    m_isRefused = m_isRefused && !isFrame;
+    if (isFrame && m_isInFrame) {
         m_isInFrame = false;
         return true;
     }
     return false;
+}
+
+// Objects of a frame that is left out.
+void CvmlReader::countRefused(QStringView name)
+{
+    if (m_isRefused && (name == QLatin1String("object") || name == QLatin1String("group"))) {
+        m_problems.countRead();
+        m_problems.countDropped(1);
+    }
+}
+
+// What a frame holds that does not come to its end.
+void CvmlReader::dropFrame(TrackFrame& frame)
+{
+    if (!m_isInFrame) {
+        return;
+    }
+    const bool hasOpenObject = m_object && !m_object->isFaulty;
+    m_problems.countDropped(frame.actors.size() + (hasOpenObject ? 1U : 0U));
+    m_isInFrame = false;
+    m_object.reset();
 }
 
 void CvmlReader::readText()
@@ -163,36 +190,39 @@ void CvmlReader::readFrameStart(TrackFrame& frame)
 {
     bool isNumber = false;
     const int number = m_xml.attributes().value(QLatin1String("number")).toInt(&isNumber);
+    dropFrame(frame);
     m_object.reset();
     m_role.reset();
     frame.actors.clear();
     m_ids.clear();
     if (!isNumber || number < 0) {
-        m_problems.report(TrackProblemKind::Malformed, place(), "the frame has no number");
+        m_problems.report(Oddity::Malformed, place(), "the frame has no number");
         m_isInFrame = false;
+        m_isRefused = true;
         return;
     }
     m_isInFrame = m_order.admit(frame, number, std::nullopt, place());
+    m_isRefused = !m_isInFrame;
 }
 
 void CvmlReader::readObjectStart()
 {
+    m_problems.countRead();
     m_object.emplace();
     m_objectDepth = m_depth;
     m_object->isGroup = m_xml.name() == QLatin1String("group");
     const std::optional<int> id = wholeAttribute(QLatin1String("id"));
     const int first = m_object->isGroup ? kFirstGroup : 0;
     if (!id) {
-        refuseObject(TrackProblemKind::Malformed, "\"id\" is missing or not a whole number");
+        refuseObject(Oddity::Malformed, "\"id\" is missing or not a whole number");
     } else if (*id < 0) {
-        refuseObject(
-            TrackProblemKind::Untracked, "the identifier is negative: the object is not tracked");
+        refuseObject(Oddity::Untracked, "the identifier is negative: the object is not tracked");
     } else if (*id > std::numeric_limits<int>::max() - first) {
-        refuseObject(TrackProblemKind::OutOfRange, "the identifier is out of range");
+        refuseObject(Oddity::OutOfRange, "the identifier is out of range");
     } else {
         m_object->id = *id + first;
         if (!m_ids.insert(m_object->id)) {
-            refuseObject(TrackProblemKind::DuplicateId, "the identifier is in this frame already");
+            refuseObject(Oddity::DuplicateId, "the identifier is in this frame already");
         }
     }
 }
@@ -204,9 +234,11 @@ void CvmlReader::readBox()
     const std::optional<double> width = attribute(QLatin1String("w"));
     const std::optional<double> height = attribute(QLatin1String("h"));
     if (!xc || !yc || !width || !height) {
-        refuseObject(TrackProblemKind::Malformed, "the box needs the numbers xc, yc, w and h");
+        refuseObject(Oddity::Malformed, "the box needs the numbers xc, yc, w and h");
     } else if (!std::isfinite(*xc + *yc + *width + *height)) {
-        refuseObject(TrackProblemKind::NotFinite, "a number is not finite");
+        refuseObject(Oddity::NotFinite, "a number is not finite");
+    } else if (*width < 0.0 || *height < 0.0) {
+        refuseObject(Oddity::NegativeBox, "the box has a negative size");
     } else {
         m_object->box = MeasuredBox{*xc - *width / 2.0, *yc - *height / 2.0, *width, *height};
     }
@@ -218,12 +250,12 @@ void CvmlReader::readObjectEnd(TrackFrame& frame)
         return;
     }
     if (!m_object->box) {
-        refuseObject(TrackProblemKind::Malformed, "the object has no box");
+        refuseObject(Oddity::Malformed, "the object has no box");
         return;
     }
     if (frame.actors.size() == m_limits.mostActors) {
         refuseObject(
-            TrackProblemKind::OutOfRange,
+            Oddity::TooManyObjects,
             fmt::format("the frame has more than {} objects", m_limits.mostActors));
         return;
     }
@@ -232,7 +264,7 @@ void CvmlReader::readObjectEnd(TrackFrame& frame)
         m_ground.position(GroundMapper::foot(*m_object->box));
     const std::optional<TrackSize> size = m_ground.size(*m_object->box);
     if (!box || !position || !size) {
-        refuseObject(TrackProblemKind::OutOfRange, "the box is out of range");
+        refuseObject(Oddity::OutOfRange, "the box is out of range");
         return;
     }
     const char* const type = m_object->isGroup ? "GROUP" : m_object->isBag ? "BAG" : "PERSON";
@@ -254,10 +286,11 @@ std::optional<int> CvmlReader::wholeAttribute(QLatin1String name)
 }
 
 // Reports what is wrong with the open object, which is then left out.
-void CvmlReader::refuseObject(TrackProblemKind kind, const std::string& reason)
+void CvmlReader::refuseObject(Oddity kind, const std::string& reason)
 {
     if (!m_object->isFaulty) {
         m_object->isFaulty = true;
+        m_problems.countDropped(1);
         m_problems.report(kind, place(), reason);
     }
 }

@@ -63,6 +63,8 @@ private:
     void finish(const std::string& damage);
     void readStart(TrackFrame& frame);
     bool readEnd(TrackFrame& frame);
+    void countRefused(QStringView name);
+    void dropFrame(TrackFrame& frame);
     void readText();
     void readFrameStart(TrackFrame& frame);
     void readObjectStart();
@@ -70,7 +72,7 @@ private:
     void readObjectEnd(TrackFrame& frame);
     std::optional<double> attribute(QLatin1String name);
     std::optional<int> wholeAttribute(QLatin1String name);
-    void refuseObject(TrackProblemKind kind, const std::string& reason);
+    void refuseObject(Oddity kind, const std::string& reason);
     TrackPlace place() const;
 
     std::unique_ptr<TrackInput> m_input;
@@ -88,6 +90,8 @@ private:
     IdSet m_ids;
     // Set between the tags of a frame that is wanted.
     bool m_isInFrame = false;
+    // Within a frame that is left out.
+    bool m_isRefused = false;
     std::optional<OpenCvmlObject> m_object;
     std::size_t m_objectDepth = 0;
     // The text of the role being read.

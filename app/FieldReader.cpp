@@ -73,11 +73,11 @@ double FieldReader::number(std::string_view field)
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool isWhole = !text.empty() && end == text.data() + text.size();
     if (isWhole && (error == std::errc::result_out_of_range || !std::isfinite(value))) {
-        fail(TrackProblemKind::NotFinite, field, "the number is not finite");
+        fail(Oddity::NotFinite, field, "the number is not finite");
         return 0.0;
     }
     if (!isWhole || error != std::errc()) {
-        fail(TrackProblemKind::Malformed, field, "a number is expected");
+        fail(Oddity::Malformed, field, "a number is expected");
         return 0.0;
     }
     return value;
@@ -93,17 +93,17 @@ int FieldReader::whole(std::string_view field)
     }
     const double real = number(field);
     if (real != std::floor(real)) {
-        fail(TrackProblemKind::Malformed, field, "a whole number is expected");
+        fail(Oddity::Malformed, field, "a whole number is expected");
         return 0;
     }
     if (std::abs(real) > std::numeric_limits<int>::max()) {
-        fail(TrackProblemKind::OutOfRange, field, "the number is out of range");
+        fail(Oddity::OutOfRange, field, "the number is out of range");
         return 0;
     }
     return static_cast<int>(real);
 }
 
-void FieldReader::fail(TrackProblemKind kind, std::string_view field, const char* reason)
+void FieldReader::fail(Oddity kind, std::string_view field, const char* reason)
 {
     if (!m_fault) {
         m_fault = {kind, static_cast<std::size_t>(field.data() - m_row.data()), reason};

@@ -13,7 +13,7 @@ namespace scenariomatch
 // What is wrong with a field of a row.
 struct FieldFault
 {
-    TrackProblemKind kind = TrackProblemKind::Malformed;
+    Oddity kind = Oddity::Malformed;
     // Byte of the row, from 0.
     std::size_t offset = 0;
     const char* reason = "";
@@ -45,7 +45,7 @@ public:
     // A whole number, also one written as "12.0"; 0 when it is none.
     int whole(std::string_view field);
 
-    void fail(TrackProblemKind kind, std::string_view field, const char* reason);
+    void fail(Oddity kind, std::string_view field, const char* reason);
 
     const std::optional<FieldFault>& fault() const { return m_fault; }
 

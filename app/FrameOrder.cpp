@@ -12,7 +12,7 @@ bool FrameOrder::admit(
 {
     if (m_lastNumber && number <= *m_lastNumber) {
         m_problems.report(
-            TrackProblemKind::FrameGoesBack,
+            Oddity::FrameGoesBack,
             place,
             fmt::format("frame {} comes after frame {}", number, *m_lastNumber));
         return false;
@@ -23,7 +23,7 @@ bool FrameOrder::admit(
     }
     if (m_lastNumber && *time < m_lastTime) {
         m_problems.report(
-            TrackProblemKind::ClockGoesBack,
+            Oddity::ClockGoesBack,
             place,
             fmt::format(
                 "the clock goes back by {} ms; the frame before lends its own",
@@ -47,12 +47,11 @@ FrameOrder::timeOf(int number, const std::optional<TrackClock>& clock, const Tra
     const std::optional<std::int64_t> time = m_timer.milliseconds(number);
     if (!time && !m_timer.hasRate()) {
         m_problems.report(
-            TrackProblemKind::Malformed,
+            Oddity::Malformed,
             place,
             "the frame has no time, and no frame rate was given with --fps");
     } else if (!time) {
-        m_problems.report(
-            TrackProblemKind::OutOfRange, place, "the frame would be later than the year 9999");
+        m_problems.report(Oddity::OutOfRange, place, "the frame would be later than the year 9999");
     }
     return time;
 }

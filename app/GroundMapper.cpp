@@ -66,7 +66,7 @@ PlanePoint GroundMapper::foot(const MeasuredBox& box)
 std::optional<TrackBox> GroundMapper::roundedBox(const MeasuredBox& box)
 {
     if (!isUsable(box.x) || !isUsable(box.y) || !isUsable(box.width) || !isUsable(box.height) ||
-        box.width < 0.0 || box.height < 0.0) {
+        isNegative(box)) {
         return std::nullopt;
     }
     return TrackBox{rounded(box.x), rounded(box.y), rounded(box.width), rounded(box.height)};

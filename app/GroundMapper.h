@@ -63,6 +63,9 @@ public:
     // The middle of the lower edge.
     static PlanePoint foot(const MeasuredBox& box);
 
+    // Whether the width or the height is negative.
+    static bool isNegative(const MeasuredBox& box) { return box.width < 0.0 || box.height < 0.0; }
+
     // Rounded to the nearest whole pixels; nothing when a number is too great or a size negative.
     static std::optional<TrackBox> roundedBox(const MeasuredBox& box);
 

@@ -3,6 +3,7 @@
 #include "app/FrameClock.h"
 #include "app/JsonNumbers.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <limits>
 #include <utility>
@@ -32,18 +33,28 @@ bool JsonLineParser::parse(const TextLine& line, TrackFrame& frame)
     m_hasActors = false;
     m_isRefused = false;
     frame.actors.clear();
+    const bool isKept = parseLine(frame);
+    if (!isKept) {
+        m_problems.countDropped(frame.actors.size());
+    }
+    return isKept;
+}
+
+bool JsonLineParser::parseLine(TrackFrame& frame)
+{
+    const std::string_view line = m_line.text;
     const simdjson::padded_string_view text(
-        line.text.data(), line.text.size(), line.text.size() + TrackInput::kPadding);
+        line.data(), line.size(), line.size() + TrackInput::kPadding);
     json::object root;
     if (m_json.iterate(text).get(m_document) != simdjson::SUCCESS) {
-        return refuse(line.text.data(), "the line is not JSON");
+        return refuse(line.data(), "the line is not JSON");
     }
     const simdjson::error_code error = m_document.get_object().get(root);
     if (error == simdjson::INCOMPLETE_ARRAY_OR_OBJECT) {
-        return refuse(line.text.data(), "the line does not end with its JSON object");
+        return refuse(line.data(), "the line does not end with its JSON object");
     }
     if (error != simdjson::SUCCESS) {
-        return refuse(line.text.data(), "the line is not a JSON object");
+        return refuse(line.data(), "the line is not a JSON object");
     }
     if (!parseMembers(root, frame)) {
         return m_isRefused ? false : refuseBroken();
@@ -53,10 +64,9 @@ bool JsonLineParser::parse(const TextLine& line, TrackFrame& frame)
         return refuse(behind, "there is text behind the frame");
     }
     if (!m_number || !m_hasActors) {
-        return refuse(
-            line.text.data(), m_number ? "\"actors\" is missing" : "\"frame\" is missing");
+        return refuse(line.data(), m_number ? "\"actors\" is missing" : "\"frame\" is missing");
     }
-    return m_order.admit(frame, *m_number, m_clock, placeOf(line.text.data()));
+    return m_order.admit(frame, *m_number, m_clock, placeOf(line.data()));
 }
 
 bool JsonLineParser::parseMembers(json::object root, TrackFrame& frame)
@@ -125,8 +135,10 @@ bool JsonLineParser::parseActors(json::value& value, TrackFrame& frame)
     if (error != simdjson::SUCCESS) {
         return false;
     }
+    if (m_hasActors) {
+        return refuse(at, "\"actors\" stands there twice");
+    }
     m_hasActors = true;
-    frame.actors.clear();
     m_ids.clear();
     for (auto element : list) {
         json::value actor;
@@ -145,13 +157,16 @@ bool JsonLineParser::parseActor(json::value& value, TrackFrame& frame)
     json::object members;
     const simdjson::error_code error = value.get_object().get(members);
     if (error == simdjson::INCORRECT_TYPE) {
+        m_problems.countRead();
+        m_problems.countDropped(1);
         m_problems.report(
-            TrackProblemKind::Malformed, placeOf(actor.place), "the actor is not a JSON object");
+            Oddity::Malformed, placeOf(actor.place), "the actor is not a JSON object");
         return true;
     }
     if (error != simdjson::SUCCESS) {
         return false;
     }
+    m_problems.countRead();
     TrackedActor& tracked = frame.actors.emplace_back();
     for (auto result : members) {
         if (result.error() != simdjson::SUCCESS) {
@@ -163,10 +178,11 @@ bool JsonLineParser::parseActor(json::value& value, TrackFrame& frame)
         }
     }
     if (actor.fault == nullptr && frame.actors.size() > m_limits.mostActors) {
-        fail(actor, TrackProblemKind::OutOfRange, m_tooManyActors.c_str());
+        fail(actor, Oddity::TooManyObjects, m_tooManyActors.c_str());
     }
     if (actor.fault != nullptr || !complete(actor, tracked)) {
         frame.actors.pop_back();
+        m_problems.countDropped(1);
         m_problems.report(actor.faultKind, placeOf(actor.place), actor.fault);
     }
     return true;
@@ -181,7 +197,7 @@ bool JsonLineParser::parseActorMember(json::field& member, Actor& actor, Tracked
         if (outcome == JsonOutcome::Good) {
             actor.id = id;
         } else if (outcome != JsonOutcome::Missing) {
-            fail(actor, TrackProblemKind::Malformed, "\"id\" is not a whole number");
+            fail(actor, Oddity::Malformed, "\"id\" is not a whole number");
         }
         return true;
     }
@@ -218,12 +234,12 @@ bool JsonLineParser::parseType(json::value& value, Actor& actor, TrackedActor& t
     if (value.get_string().get(type) == simdjson::SUCCESS) {
         actor.hasType = true;
         if (type.size() > m_limits.longestType) {
-            fail(actor, TrackProblemKind::OutOfRange, m_tooLongType.c_str());
+            fail(actor, Oddity::OutOfRange, m_tooLongType.c_str());
         } else {
             tracked.type = type;
         }
     } else if (value.is_null().get(isNull) != simdjson::SUCCESS || !isNull) {
-        fail(actor, TrackProblemKind::Malformed, "\"type\" is not a text");
+        fail(actor, Oddity::Malformed, "\"type\" is not a text");
     }
     return true;
 }
@@ -238,9 +254,9 @@ bool JsonLineParser::parseList(
     const JsonOutcome outcome = readNumbers(value, numbers);
     isThere = outcome == JsonOutcome::Good;
     if (outcome == JsonOutcome::NotFinite) {
-        fail(actor, TrackProblemKind::NotFinite, "a number is not finite");
+        fail(actor, Oddity::NotFinite, "a number is not finite");
     } else if (outcome == JsonOutcome::Wrong) {
-        fail(actor, TrackProblemKind::Malformed, fault);
+        fail(actor, Oddity::Malformed, fault);
     }
     return outcome != JsonOutcome::Broken;
 }
@@ -249,17 +265,14 @@ bool JsonLineParser::parseList(
 bool JsonLineParser::complete(Actor& actor, TrackedActor& tracked)
 {
     if (!actor.id) {
-        return fail(actor, TrackProblemKind::Malformed, "\"id\" is missing");
+        return fail(actor, Oddity::Malformed, "\"id\" is missing");
     }
     if (*actor.id < 0) {
         return fail(
-            actor,
-            TrackProblemKind::Untracked,
-            "the identifier is negative: the object is not tracked");
+            actor, Oddity::Untracked, "the identifier is negative: the object is not tracked");
     }
     if (*actor.id > std::numeric_limits<int>::max()) {
-        return fail(
-            actor, TrackProblemKind::OutOfRange, "the identifier is greater than 2147483647");
+        return fail(actor, Oddity::OutOfRange, "the identifier is greater than 2147483647");
     }
     if (!completePlace(actor, tracked)) {
         return false;
@@ -269,19 +282,22 @@ bool JsonLineParser::complete(Actor& actor, TrackedActor& tracked)
         tracked.type = m_defaultType;
     }
     return m_ids.insert(tracked.id) ||
-           fail(actor, TrackProblemKind::DuplicateId, "the identifier is in this frame already");
+           fail(actor, Oddity::DuplicateId, "the identifier is in this frame already");
 }
 
 bool JsonLineParser::completePlace(Actor& actor, TrackedActor& tracked)
 {
     if (!actor.hasBox && !actor.hasPosition) {
-        return fail(actor, TrackProblemKind::Malformed, R"("box" and "position" are missing)");
+        return fail(actor, Oddity::Malformed, R"("box" and "position" are missing)");
     }
     const MeasuredBox measured{actor.box[0], actor.box[1], actor.box[2], actor.box[3]};
     if (actor.hasBox) {
         const std::optional<TrackBox> box = GroundMapper::roundedBox(measured);
+        if (GroundMapper::isNegative(measured)) {
+            return fail(actor, Oddity::NegativeBox, "the box has a negative size");
+        }
         if (!box) {
-            return fail(actor, TrackProblemKind::OutOfRange, "the box has a number out of range");
+            return fail(actor, Oddity::OutOfRange, "the box has a number out of range");
         }
         tracked.box = *box;
     }
@@ -290,20 +306,22 @@ bool JsonLineParser::completePlace(Actor& actor, TrackedActor& tracked)
             ? m_ground.givenPosition(actor.position[0], actor.position[1], actor.position[2])
             : m_ground.position(GroundMapper::foot(measured));
     if (!tracked.position) {
-        return fail(actor, TrackProblemKind::OutOfRange, "the position is out of range");
+        return fail(actor, Oddity::OutOfRange, "the position is out of range");
+    }
+    if (actor.hasSize && std::min({actor.size[0], actor.size[1], actor.size[2]}) < 0.0) {
+        return fail(actor, Oddity::NegativeBox, "the size is negative");
     }
     if (actor.hasSize || actor.hasBox) {
         tracked.size = actor.hasSize
                            ? m_ground.givenSize(actor.size[0], actor.size[1], actor.size[2])
                            : m_ground.size(measured);
-        return tracked.size ||
-               fail(actor, TrackProblemKind::OutOfRange, "the size is out of range");
+        return tracked.size || fail(actor, Oddity::OutOfRange, "the size is out of range");
     }
     return true;
 }
 
 // Keeps the first fault; always false.
-bool JsonLineParser::fail(Actor& actor, TrackProblemKind kind, const char* reason)
+bool JsonLineParser::fail(Actor& actor, Oddity kind, const char* reason)
 {
     if (actor.fault == nullptr) {
         actor.fault = reason;
@@ -315,7 +333,7 @@ bool JsonLineParser::fail(Actor& actor, TrackProblemKind kind, const char* reaso
 bool JsonLineParser::refuse(const char* at, std::string_view reason)
 {
     m_isRefused = true;
-    m_problems.report(TrackProblemKind::Malformed, placeOf(at), reason);
+    m_problems.report(Oddity::Malformed, placeOf(at), reason);
     return false;
 }
 

@@ -28,7 +28,7 @@ class JsonLineParser
 public:
     JsonLineParser(const TrackReaderOptions& options, TrackProblems& problems, FrameOrder& order);
 
-    // False when the line is left out.
+    // False when the line is left out, and its objects counted as dropped.
     bool parse(const TextLine& line, TrackFrame& frame);
 
 private:
@@ -46,9 +46,10 @@ private:
         std::array<double, 3> size{};
         // The first thing wrong with it.
         const char* fault = nullptr;
-        TrackProblemKind faultKind = TrackProblemKind::Malformed;
+        Oddity faultKind = Oddity::Malformed;
     };
 
+    bool parseLine(TrackFrame& frame);
     bool parseMembers(simdjson::ondemand::object root, TrackFrame& frame);
     bool parseMember(simdjson::ondemand::field& member, TrackFrame& frame);
     bool parseFrameNumber(simdjson::ondemand::value& value);
@@ -65,7 +66,7 @@ private:
         const char* fault) const;
     bool complete(Actor& actor, TrackedActor& tracked);
     bool completePlace(Actor& actor, TrackedActor& tracked);
-    static bool fail(Actor& actor, TrackProblemKind kind, const char* reason);
+    static bool fail(Actor& actor, Oddity kind, const char* reason);
 
     // Reports the line as malformed; always false.
     bool refuse(const char* at, std::string_view reason);

@@ -26,7 +26,7 @@ bool JsonLinesReader::next(TrackFrame& frame)
     while (!m_problems.isStopped() && m_input->nextLine(line)) {
         if (line.isTooLong) {
             m_problems.report(
-                TrackProblemKind::TooLong,
+                Oddity::TooLong,
                 {line.number, 1, line.text},
                 fmt::format("the line is longer than {} bytes", m_longestLine));
             continue;
@@ -34,13 +34,17 @@ bool JsonLinesReader::next(TrackFrame& frame)
         if (line.text.find_first_not_of(" \t") == std::string_view::npos) {
             continue;
         }
-        if (m_parser->parse(line, frame) && !m_problems.isStopped()) {
+        if (!m_parser->parse(line, frame)) {
+            continue;
+        }
+        if (!m_problems.isStopped()) {
             return true;
         }
+        m_problems.countDropped(frame.actors.size());
     }
     if (!m_problems.isStopped() && !m_input->damage().empty() && !m_isDamageReported) {
         m_isDamageReported = true;
-        m_problems.report(TrackProblemKind::Damaged, {line.number, 0, {}}, m_input->damage());
+        m_problems.report(Oddity::Damaged, {line.number, 0, {}}, m_input->damage());
     }
     return false;
 }

@@ -43,7 +43,7 @@ bool MotReader::parseRow(std::string_view text, FieldReader& reader, Row& row)
     std::array<std::string_view, kResultColumns> fields;
     const std::size_t count = splitAt(',', text, fields);
     if (count != kTruthColumns && count != kResultColumns) {
-        reader.fail(TrackProblemKind::Malformed, fields[0], "a row has 9 or 10 columns");
+        reader.fail(Oddity::Malformed, fields[0], "a row has 9 or 10 columns");
         return false;
     }
     row.frame = reader.whole(fields[0]);
@@ -56,12 +56,12 @@ bool MotReader::parseRow(std::string_view text, FieldReader& reader, Row& row)
     const double flag = reader.number(fields[6]);
     parseBox(box, fields[2], reader, row);
     if (row.frame < 0) {
-        reader.fail(TrackProblemKind::OutOfRange, fields[0], "the frame number is negative");
+        reader.fail(Oddity::OutOfRange, fields[0], "the frame number is negative");
     }
     if (count == kTruthColumns) {
         const int number = reader.whole(fields[7]);
         if (number < 1 || number > static_cast<int>(kClasses.size())) {
-            reader.fail(TrackProblemKind::Malformed, fields[7], "classes are 1 to 13");
+            reader.fail(Oddity::UnknownClass, fields[7], "classes are 1 to 13");
         }
         row.type = static_cast<std::uint8_t>(number);
         if (!reader.fault() && flag == 0.0) {
@@ -76,8 +76,7 @@ bool MotReader::parseRow(std::string_view text, FieldReader& reader, Row& row)
                 ground().givenPosition(world[0], world[1], world[2]);
             row.position = position.value_or(TrackPoint());
             if (!position) {
-                reader.fail(
-                    TrackProblemKind::OutOfRange, fields[7], "the position is out of range");
+                reader.fail(Oddity::OutOfRange, fields[7], "the position is out of range");
             }
         }
     }
@@ -86,9 +85,7 @@ bool MotReader::parseRow(std::string_view text, FieldReader& reader, Row& row)
     }
     if (row.id < 0) {
         reader.fail(
-            TrackProblemKind::Untracked,
-            fields[1],
-            "the identifier is negative: the object is not tracked");
+            Oddity::Untracked, fields[1], "the identifier is negative: the object is not tracked");
     }
     return true;
 }
@@ -99,8 +96,12 @@ void MotReader::parseBox(
     const std::optional<TrackBox> rounded = GroundMapper::roundedBox(box);
     const std::optional<TrackPoint> position = ground().position(GroundMapper::foot(box));
     const std::optional<TrackSize> size = ground().size(box);
+    if (GroundMapper::isNegative(box)) {
+        reader.fail(Oddity::NegativeBox, field, "the box has a negative size");
+        return;
+    }
     if (!rounded || !position || !size) {
-        reader.fail(TrackProblemKind::OutOfRange, field, "the box is out of range");
+        reader.fail(Oddity::OutOfRange, field, "the box is out of range");
         return;
     }
     row.box = *rounded;

@@ -38,6 +38,7 @@ bool RowReader::next(TrackFrame& frame)
         if (isAdmitted && !m_problems.isStopped()) {
             return true;
         }
+        m_problems.countDropped(frame.actors.size());
     }
     return false;
 }
@@ -58,7 +59,7 @@ void RowReader::readAll()
         readRow(line);
     }
     if (!m_input->damage().empty()) {
-        m_problems.report(TrackProblemKind::Damaged, {line.number, 0, {}}, m_input->damage());
+        m_problems.report(Oddity::Damaged, {line.number, 0, {}}, m_input->damage());
     }
     m_failure = judge();
     if (!m_failure && !m_rows.empty() && !timer().hasRate()) {
@@ -80,7 +81,7 @@ void RowReader::readRow(const TextLine& line)
     }
     if (line.isTooLong) {
         m_problems.report(
-            TrackProblemKind::TooLong,
+            Oddity::TooLong,
             {line.number, 1, line.text},
             fmt::format("the line is longer than {} bytes", m_limits.input.longestLine));
         return;
@@ -94,14 +95,20 @@ void RowReader::readRow(const TextLine& line)
     m_fields.start(line.text);
     const bool isWanted = parseRow(line.text, m_fields, row);
     const std::optional<FieldFault>& fault = m_fields.fault();
+    if (isWanted && !fault) {
+        m_rows.push_back(row);
+        return;
+    }
+    m_problems.countRead();
+    m_problems.countDropped(1);
     if (fault) {
         m_problems.report(fault->kind, {line.number, fault->offset + 1, line.text}, fault->reason);
-    } else if (isWanted) {
-        m_rows.push_back(row);
+    } else {
+        m_problems.note(Oddity::NotConsidered);
     }
 }
 
-// Takes the rows up to the end into the frame.
+// Takes the rows up to the end into the frame; only now do they count as read.
 void RowReader::fill(TrackFrame& frame, std::size_t end)
 {
     frame.actors.clear();
@@ -109,16 +116,19 @@ void RowReader::fill(TrackFrame& frame, std::size_t end)
     for (; m_next < end; ++m_next) {
         const Row& row = m_rows[m_next];
         const TrackPlace place{row.line, 0, {}};
+        m_problems.countRead();
         if (frame.actors.size() == m_limits.mostActors) {
+            m_problems.countDropped(1);
             m_problems.report(
-                TrackProblemKind::OutOfRange,
+                Oddity::TooManyObjects,
                 place,
                 fmt::format("the frame has more than {} objects", m_limits.mostActors));
             continue;
         }
         if (!m_ids.insert(row.id)) {
+            m_problems.countDropped(1);
             m_problems.report(
-                TrackProblemKind::DuplicateId,
+                Oddity::DuplicateId,
                 place,
                 fmt::format("the identifier {} is in frame {} already", row.id, row.frame));
             continue;

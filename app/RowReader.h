@@ -52,8 +52,8 @@ protected:
 
     FrameTimer& timer() { return m_order.timer(); }
 
-    // Reads one row. False when the row is to be left out without a word; what is wrong with it
-    // goes to the reader.
+    // Reads one row. False when the row says itself that it is not to be considered; what is wrong
+    // with it goes to the reader.
     virtual bool parseRow(std::string_view text, FieldReader& reader, Row& row) = 0;
 
     // The text behind "#".

@@ -124,6 +124,9 @@ int Run::perform()
         judgeEventFile();
     }
     m_problems.printSummary();
+    if (const std::string imbalance = m_statistics.imbalance(m_problems); !imbalance.empty()) {
+        m_talk << "scenariomatch run: " << imbalance << '\n';
+    }
     if (m_fault) {
         m_talk << "scenariomatch run: " << m_fault->reason << '\n';
         return m_fault->status;
@@ -350,7 +353,11 @@ void Run::recogniseApart()
         collect(engine.prolongation(), [&](EventCollector& collector, const TrackFrame& frame) {
             if (engine.recognise(frame)) {
                 takeFrame(collector, engine.view(), frame);
-            } else if (engine.fault()) {
+            } else {
+                // Nobody has recognised in it.
+                m_problems.countDropped(frame.actors.size());
+            }
+            if (engine.fault()) {
                 fail(engine.fault()->status, engine.fault()->reason);
             }
             m_statistics.setRestarts(engine.deaths(), engine.earlierFailures());
@@ -420,7 +427,7 @@ void Run::answerFrames(EngineChannel& channel)
 void Run::takeFrame(EventCollector& collector, const RecognitionView& view, const TrackFrame& frame)
 {
     collector.addFrame(view, frame.clock);
-    m_statistics.addFrame(frame.actors.size(), view.counters());
+    m_statistics.addFrame(frame, view.counters());
     if (m_watch) {
         m_watch->addFrame(frame.number);
     }
@@ -448,7 +455,7 @@ bool Run::collect(const std::string& prolongation, const Step& step)
     }
     if (m_options.hasStatistics) {
         m_statistics.setLostFrames(m_watch ? m_watch->lost() : 0);
-        m_statistics.print(m_talk);
+        m_statistics.print(m_talk, m_problems);
     }
     return judgeReading();
 }

@@ -19,7 +19,7 @@ void RunSession::addFrame(const TrackFrame& frame)
 {
     m_feed.addFrame(frame);
     m_collector.addFrame(m_view, frame.clock);
-    m_statistics.addFrame(frame.actors.size(), m_view.counters());
+    m_statistics.addFrame(frame, m_view.counters());
 }
 
 } // namespace scenariomatch

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "app/EventWriter.h"
+#include "app/Oddities.h"
+#include "app/TrackFrame.h"
+#include "app/TrackProblems.h"
 #include "plugin/RecognitionView.h"
 
 #include <chrono>
@@ -24,7 +27,7 @@ struct RunFigure
 class RunStatistics
 {
 public:
-    void addFrame(std::size_t actors, const RecognitionCounters& counters);
+    void addFrame(const TrackFrame& frame, const RecognitionCounters& counters);
 
     void countReported() { ++m_reported; }
 
@@ -40,25 +43,33 @@ public:
 
     std::size_t frames() const { return m_frames; }
 
-    // What does not depend on the machine; troubles only where there were some.
+    // What does not depend on the machine; oddities only where recognition met some.
     std::vector<RunFigure> figures() const;
 
-    // Writes one figure a line; troubles only where there were some.
-    void print(std::ostream& out) const;
+    // Writes one figure a line, then each oddity that was met, with its severity and what to do
+    // about it.
+    void print(std::ostream& out, const TrackProblems& problems) const;
+
+    // What is wrong with the books: every actor that was read was used or dropped. Empty when they
+    // add up.
+    std::string imbalance(const TrackProblems& problems) const;
 
 private:
     using Clock = std::chrono::steady_clock;
 
+    void addOwnOddities(OddityCounts& counts) const;
+
     Clock::time_point m_start = Clock::now();
     std::size_t m_frames = 0;
-    std::size_t m_actors = 0;
+    std::uint64_t m_actors = 0;
+    std::uint64_t m_missingSizes = 0;
     std::uint64_t m_tested = 0;
     std::uint64_t m_accepted = 0;
     std::uint64_t m_completions = 0;
     std::size_t m_live = 0;
     std::size_t m_mostLive = 0;
-    std::uint64_t m_operatorFailures = 0;
-    std::uint64_t m_candidateCuts = 0;
+    // As the process tells them after the last frame.
+    RecognitionCounters m_last;
     std::uint64_t m_lostFrames = 0;
     std::uint64_t m_restarts = 0;
     std::uint64_t m_earlierFailures = 0;

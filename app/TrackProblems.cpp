@@ -13,31 +13,6 @@ namespace scenariomatch
 namespace
 {
 
-struct Wording
-{
-    const char* one;
-    const char* many;
-};
-
-// What the summary says, in the order of the kinds.
-constexpr std::array<Wording, 9> kWordings{{
-    {"malformed line left out", "malformed lines left out"},
-    {"line too long left out", "lines too long left out"},
-    {"frame out of order left out", "frames out of order left out"},
-    {"clock that goes back replaced", "clocks that go back replaced"},
-    {"repeated identifier left out", "repeated identifiers left out"},
-    {"object with a number that is not finite left out",
-     "objects with a number that is not finite left out"},
-    {"number out of range left out", "numbers out of range left out"},
-    {"untracked object left out", "untracked objects left out"},
-    {"damaged end left out", "damaged ends left out"},
-}};
-
-std::size_t indexOf(TrackProblemKind kind)
-{
-    return static_cast<std::size_t>(kind);
-}
-
 bool isContinuationByte(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -52,12 +27,12 @@ TrackProblems::TrackProblems(std::string name, std::ostream& talk, TrackProblemO
 {
 }
 
-void TrackProblems::report(TrackProblemKind kind, const TrackPlace& place, std::string_view reason)
+void TrackProblems::report(Oddity kind, const TrackPlace& place, std::string_view reason)
 {
     if (isStopped()) {
         return;
     }
-    ++m_counts.at(indexOf(kind));
+    m_counts.add(kind);
     ++m_total;
     if (m_total > m_options.mostPrinted) {
         if (m_total == m_options.mostPrinted + 1) {
@@ -76,25 +51,19 @@ void TrackProblems::report(TrackProblemKind kind, const TrackPlace& place, std::
     printSource(place);
 }
 
-std::size_t TrackProblems::count(TrackProblemKind kind) const
-{
-    return m_counts.at(indexOf(kind));
-}
-
 void TrackProblems::printSummary() const
 {
     if (m_total == 0) {
         return;
     }
     std::string text;
-    for (std::size_t i = 0; i < kKinds; ++i) {
-        const std::size_t count = m_counts.at(i);
-        if (count > 0) {
+    m_counts.visit([&text](Oddity kind, std::uint64_t count) {
+        const OddityText& of = textOf(kind);
+        if (of.severity != Severity::Note) {
             text += text.empty() ? "" : ", ";
-            text += fmt::format(
-                "{} {}", count, count == 1 ? kWordings.at(i).one : kWordings.at(i).many);
+            text += fmt::format("{} {}", count, count == 1 ? of.one : of.many);
         }
-    }
+    });
     m_talk << m_name << ": " << text << '\n';
 }
 

@@ -1,36 +1,15 @@
 #pragma once
 
-#include <array>
+#include "app/Oddities.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
 
 namespace scenariomatch
 {
-
-// What can be wrong with tracks; each kind follows one rule.
-enum class TrackProblemKind {
-    // A line, row or element that does not follow the format is left out.
-    Malformed,
-    // A line longer than the limit is left out.
-    TooLong,
-    // A frame whose number is not greater than the one before is left out.
-    FrameGoesBack,
-    // A frame whose clock is earlier than the one before is kept and gets the clock of the one
-    // before.
-    ClockGoesBack,
-    // Of objects with one identifier in one frame the first is kept, the others are left out.
-    DuplicateId,
-    // An object with a number that is not finite is left out.
-    NotFinite,
-    // An object or frame with a number outside the limits is left out.
-    OutOfRange,
-    // An object with a negative identifier is left out.
-    Untracked,
-    // What follows a place where compressed data or XML is damaged is left out.
-    Damaged,
-};
 
 // Where a problem is. A line or column of 0 is not known; columns count bytes from 1. The source
 // line is the text of the line, empty when it is no longer there.
@@ -52,13 +31,14 @@ struct TrackProblemOptions
 };
 
 // Collects what is wrong with one file of tracks: prints the first problems with place, source line
-// and caret, and counts all of them by kind.
+// and caret, and counts all of them by kind. Keeps the books of the file's objects as well: each
+// that a reader has read is handed out or counted as dropped.
 //
 // The stream must outlive the object. One thread.
 //
 // Example:
 //     TrackProblems problems("hall.txt", std::cerr, {});
-//     problems.report(TrackProblemKind::Untracked, {12, 1, "1,-1,4"}, "the identifier is
+//     problems.report(Oddity::Untracked, {12, 1, "1,-1,4"}, "the identifier is
 //     negative"); problems.printSummary();
 class TrackProblems
 {
@@ -66,13 +46,26 @@ public:
     // The name stands in front of every message.
     TrackProblems(std::string name, std::ostream& talk, TrackProblemOptions options);
 
-    void report(TrackProblemKind kind, const TrackPlace& place, std::string_view reason);
+    void report(Oddity kind, const TrackPlace& place, std::string_view reason);
+
+    // Counts what is no problem: nothing is printed, and reading never stops for it.
+    void note(Oddity kind) { m_counts.add(kind); }
+
+    // Of the tracks' objects, each in each of its frames.
+    void countRead() { ++m_actorsRead; }
+
+    void countDropped(std::size_t actors) { m_actorsDropped += actors; }
+
+    std::uint64_t actorsRead() const { return m_actorsRead; }
+
+    std::uint64_t actorsDropped() const { return m_actorsDropped; }
 
     // True after the first problem when reading is strict; readers then go no further.
     bool isStopped() const { return m_options.isStrict && m_total > 0; }
 
-    std::size_t count(TrackProblemKind kind) const;
+    const OddityCounts& counts() const { return m_counts; }
 
+    // Problems of all kinds.
     std::size_t total() const { return m_total; }
 
     // One line that says what was left out and how often; nothing without problems.
@@ -81,13 +74,13 @@ public:
 private:
     void printSource(const TrackPlace& place) const;
 
-    static constexpr std::size_t kKinds = 9;
-
     std::string m_name;
     std::ostream& m_talk;
     TrackProblemOptions m_options;
-    std::array<std::size_t, kKinds> m_counts{};
+    OddityCounts m_counts;
     std::size_t m_total = 0;
+    std::uint64_t m_actorsRead = 0;
+    std::uint64_t m_actorsDropped = 0;
 };
 
 } // namespace scenariomatch

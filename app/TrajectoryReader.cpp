@@ -19,10 +19,7 @@ bool TrajectoryReader::parseRow(std::string_view text, FieldReader& reader, Row&
     std::array<std::string_view, kMostFields> fields;
     const std::size_t count = splitAtBlanks(text, fields);
     if (count != kFewestFields && count != kMostFields) {
-        reader.fail(
-            TrackProblemKind::Malformed,
-            fields[0],
-            R"(a row is "id frame x y" or "id frame x y z")");
+        reader.fail(Oddity::Malformed, fields[0], R"(a row is "id frame x y" or "id frame x y z")");
         return false;
     }
     row.id = reader.whole(fields[0]);
@@ -31,7 +28,7 @@ bool TrajectoryReader::parseRow(std::string_view text, FieldReader& reader, Row&
     const std::optional<TrackPoint> position = ground().position(foot);
     row.position = position.value_or(TrackPoint());
     if (!position) {
-        reader.fail(TrackProblemKind::OutOfRange, fields[2], "the position is out of range");
+        reader.fail(Oddity::OutOfRange, fields[2], "the position is out of range");
     }
     if (count == kMostFields) {
         const std::optional<TrackSize> size =
@@ -39,17 +36,15 @@ bool TrajectoryReader::parseRow(std::string_view text, FieldReader& reader, Row&
         row.hasSize = size.has_value();
         row.size = size.value_or(TrackSize());
         if (!size) {
-            reader.fail(TrackProblemKind::OutOfRange, fields[4], "the height is out of range");
+            reader.fail(Oddity::OutOfRange, fields[4], "the height is out of range");
         }
     }
     if (row.frame < 0) {
-        reader.fail(TrackProblemKind::OutOfRange, fields[1], "the frame number is negative");
+        reader.fail(Oddity::OutOfRange, fields[1], "the frame number is negative");
     }
     if (row.id < 0) {
         reader.fail(
-            TrackProblemKind::Untracked,
-            fields[0],
-            "the identifier is negative: the object is not tracked");
+            Oddity::Untracked, fields[0], "the identifier is negative: the object is not tracked");
     }
     return true;
 }

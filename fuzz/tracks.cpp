@@ -37,8 +37,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TrackFailure failure;
     const auto reader = openTracks(file, options, problems, failure);
     TrackFrame frame;
+    std::size_t used = 0;
     while (reader && reader->next(frame)) {
         check(frame);
+        used += frame.actors.size();
+    }
+    if (problems.actorsRead() != used + problems.actorsDropped()) {
+        __builtin_trap();
     }
     return 0;
 }

@@ -42,9 +42,10 @@ void ActorAgents::setNamedAttributes(const std::set<std::string>& names)
     }
 }
 
-void ActorAgents::enter(const ActorState& actor)
+bool ActorAgents::enter(const ActorState& actor)
 {
     Place& place = nextPlace(actor.id);
+    const bool isFirst = place.late->startRound(m_round);
     place.late->renew(*place.agent, actor);
     place.agent->addFrame(actor.frame);
     place.agent->m_type = actor.type;
@@ -55,6 +56,7 @@ void ActorAgents::enter(const ActorState& actor)
                 set<Value>(place, attribute, actor.frame, std::move(of)...);
             }
         });
+    return isFirst;
 }
 
 // Engine identifiers are never given twice, so a known one means the agent that is known with it.

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
@@ -44,9 +45,15 @@ public:
     // none.
     void setNamedAttributes(const std::set<std::string>& names);
 
-    void startFrame() { m_nextPlace = 0; }
+    void startFrame()
+    {
+        m_nextPlace = 0;
+        ++m_round;
+    }
 
-    void enter(const ActorState& actor);
+    // False when the frame has had an actor of this identifier already; the later one's attributes
+    // then stand beside the earlier one's, as if they came in a frame of their own.
+    bool enter(const ActorState& actor);
 
 private:
     // What is known of the agent in one place of the list.
@@ -82,6 +89,8 @@ private:
     std::vector<Place> m_places;
     // Of the next actor.
     std::size_t m_nextPlace = 0;
+    // Counts the frames.
+    std::uint64_t m_round = 0;
     Spares m_spares;
 };
 

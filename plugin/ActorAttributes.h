@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace scenariomatch
@@ -112,6 +113,9 @@ public:
         return m_late.test(static_cast<std::size_t>(attribute));
     }
 
+    // Whether this round is another one than the last that was started.
+    bool startRound(std::uint64_t round) { return std::exchange(m_round, round) != round; }
+
     // The actor's state in this frame.
     void renew(CSAgent& agent, const ActorState& state);
 
@@ -129,6 +133,7 @@ private:
 
     ActorAttributeSet m_late;
     std::vector<ActorState> m_states;
+    std::uint64_t m_round = 0;
     // Whether there has been a state, and whether the last one had a posture.
     bool m_hasFirst = false;
     bool m_hasPosture = false;

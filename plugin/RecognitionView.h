@@ -69,6 +69,31 @@ struct RecognisedEvent
     std::span<const RecognisedPart> parts;
 };
 
+// What the process was handed since the start, and what was odd about it. All of it is used as it
+// stands.
+struct FeedCounters
+{
+    // Objects, each in each of its frames.
+    std::uint64_t actors = 0;
+    // Places of the lists that hold no object.
+    std::uint64_t missingActors = 0;
+    // Objects whose identifier was in the frame already, or is negative.
+    std::uint64_t duplicateIds = 0;
+    std::uint64_t untracked = 0;
+    // Objects with a position or size that is not finite, and with a box of negative size.
+    std::uint64_t notFinite = 0;
+    std::uint64_t negativeBoxes = 0;
+    // Objects that are neither persons nor groups.
+    std::uint64_t unknownTypes = 0;
+    // Frames whose number is not greater than the one before.
+    std::uint64_t framesGoBack = 0;
+    // Frames whose clock is earlier than the one before, or later by more than an hour.
+    std::uint64_t clocksGoBack = 0;
+    std::uint64_t clockJumps = 0;
+    // Frames whose date or time of day is in no calendar.
+    std::uint64_t badClocks = 0;
+};
+
 // What recognition did and holds.
 struct RecognitionCounters
 {
@@ -85,6 +110,7 @@ struct RecognitionCounters
     std::uint64_t operatorFailures = 0;
     // How often a model has had too many candidates in a frame, since the start.
     std::uint64_t candidateCuts = 0;
+    FeedCounters feed;
 };
 
 // What a recognition process tells beyond the platform's event records. Programs of ours find it

@@ -5,10 +5,12 @@
 #include "host/ovkLogger.h"
 #include "plugin/ActorAgents.h"
 #include "plugin/EventFile.h"
+#include "plugin/FeedWatch.h"
 
 ScenarioMatchProcess::ScenarioMatchProcess()
     : m_engine(std::make_shared<CSEngine>())
     , m_actorAgents(std::make_unique<scenariomatch::ActorAgents>(*m_engine))
+    , m_feedWatch(std::make_unique<scenariomatch::FeedWatch>())
 {
     m_engine->setFailureReport([](const std::string& message) {
         ovkLogger::instance()->log(ovkLogger::kErrorLevel, message);

@@ -19,6 +19,7 @@ class CSScenarioInstance;
 namespace scenariomatch
 {
 class ActorAgents;
+class FeedWatch;
 struct ActorState;
 class ParameterFile;
 } // namespace scenariomatch
@@ -264,6 +265,7 @@ private:
 
     std::shared_ptr<CSEngine> m_engine;
     std::unique_ptr<scenariomatch::ActorAgents> m_actorAgents;
+    std::unique_ptr<scenariomatch::FeedWatch> m_feedWatch;
     std::vector<ContextElement> m_context;
     // The least alarm level that is reported.
     int m_reportLevel = 0;

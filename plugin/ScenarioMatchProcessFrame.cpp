@@ -2,6 +2,7 @@
 #include "plugin/ActorAgents.h"
 #include "plugin/CurrentInstances.h"
 #include "plugin/EventFile.h"
+#include "plugin/FeedWatch.h"
 #include "plugin/MergeClauses.h"
 #include "plugin/ScenarioMatchProcess.h"
 
@@ -60,6 +61,7 @@ void ScenarioMatchProcess::setTime()
         clock.getMinute(),
         clock.getSecond(),
         millisecond);
+    m_feedWatch->addFrame(time);
     m_engine->setCurrentTime(std::move(time), clock.getFrameNumber());
 }
 
@@ -82,9 +84,13 @@ void ScenarioMatchProcess::enterActors()
     m_trace << "\n Starting Actor handling" << actors().size() << '\n';
     m_actorAgents->startFrame();
     for (const auto& actor : actors()) {
-        if (actor) {
-            m_actorAgents->enter(stateOf(*actor));
+        if (!actor) {
+            m_feedWatch->addMissingActor();
+            continue;
         }
+        const scenariomatch::ActorState state = stateOf(*actor);
+        const bool isFirst = m_actorAgents->enter(state);
+        m_feedWatch->addActor(state, isFirst);
     }
 }
 

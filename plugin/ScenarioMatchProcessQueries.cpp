@@ -2,6 +2,7 @@
 #include "plugin/BoundAgent.h"
 #include "plugin/CurrentInstances.h"
 #include "plugin/EventXml.h"
+#include "plugin/FeedWatch.h"
 #include "plugin/ScenarioMatchProcess.h"
 
 #include <algorithm>
@@ -208,6 +209,7 @@ scenariomatch::RecognitionCounters ScenarioMatchProcess::counters() const
     counters.liveInstances = m_engine->recognisedScenarios().size();
     counters.operatorFailures = m_engine->operatorFailures();
     counters.candidateCuts = m_engine->candidateCuts();
+    counters.feed = m_feedWatch->counters();
     visitModels([&counters](const CSScenario& /*model*/) { ++counters.models; });
     return counters;
 }

@@ -61,7 +61,7 @@ void ReportRecorder::addFrame(const TrackFrame& frame)
     m_end = clockToMilliseconds(frame.clock) - m_startTime;
     m_tracks.addFrame(frame, m_end);
     m_collector.addFrame(m_view, frame.clock);
-    m_statistics.addFrame(frame.actors.size(), m_view.counters());
+    m_statistics.addFrame(frame, m_view.counters());
 }
 
 ReportData ReportRecorder::finish()

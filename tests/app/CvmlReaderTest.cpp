@@ -90,10 +90,22 @@ TEST(CvmlReader, ReportsObjectsThatAreLeftOut)
         "tracks:5:1: a number is not finite\n<box xc=\"nan\" yc=\"1\" w=\"1\" h=\"1\"/>\n^\n");
     EXPECT_EQ(
         talkOf("<object id=\"1\">\n<box xc=\"1\" yc=\"1\" w=\"-1\" h=\"1\"/>\n</object>"),
-        "tracks:6:1: the box is out of range\n</object>\n^\n");
+        "tracks:5:1: the box has a negative size\n<box xc=\"1\" yc=\"1\" w=\"-1\" h=\"1\"/>\n^\n");
     EXPECT_EQ(
         talkOf("<group id=\"2147483647\">\n<box xc=\"1\" yc=\"1\" w=\"1\" h=\"1\"/>\n</group>"),
         "tracks:4:1: the identifier is out of range\n<group id=\"2147483647\">\n^\n");
+}
+
+TEST(CvmlReader, CountsObjectsOfFramesThatDoNotComeToTheirEnd)
+{
+    const std::string box = R"(<box xc="1" yc="1" w="1" h="1"/>)";
+    const std::string start = R"(<dataset><frame number="1"><objectlist><object id="1">)" + box +
+                              R"(</object><object id="2">)";
+    const TrackReading reading = readTracks(start + box);
+    EXPECT_TRUE(reading.frames.empty());
+    EXPECT_EQ(reading.summary, "tracks: 1 damaged end left out\n");
+    EXPECT_EQ(reading.dropped, 2U);
+    EXPECT_EQ(readTracks(start + R"(<frame number="2"></frame></dataset>)").dropped, 2U);
 }
 
 TEST(CvmlReader, KeepsTheFirstOfTwoObjectsWithOneIdentifier)

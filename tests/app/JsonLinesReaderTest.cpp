@@ -199,7 +199,8 @@ TEST(JsonLinesReader, LeavesOutObjectsWithAReason)
     EXPECT_EQ(
         faultOf(R"({"id":1,"box":[1,2,3,4],"type":")" + std::string(300, 'T') + "\"}"),
         "\"type\" is longer than 256 bytes");
-    EXPECT_EQ(faultOf(R"({"id":1,"box":[1,2,-3,4]})"), "the box has a number out of range");
+    EXPECT_EQ(faultOf(R"({"id":1,"box":[1,2,-3,4]})"), "the box has a negative size");
+    EXPECT_EQ(faultOf(R"({"id":1,"position":[1,2,3],"size":[1,-2,3]})"), "the size is negative");
     EXPECT_EQ(faultOf(R"({"id":1,"box":[1e12,2,3,4]})"), "the box has a number out of range");
     EXPECT_EQ(faultOf(R"({"id":1,"position":[1e12,2,3]})"), "the position is out of range");
     EXPECT_EQ(
@@ -279,7 +280,21 @@ TEST(JsonLinesReader, LeavesOutObjectsBeyondTheLimitOfAFrame)
     EXPECT_EQ(reading.frames[0].actors.size(), 1U);
     EXPECT_NE(reading.talk.find("the frame has more than 1 objects"), std::string::npos)
         << reading.talk;
-    EXPECT_EQ(reading.summary, "tracks: 1 number out of range left out\n");
+    EXPECT_EQ(reading.summary, "tracks: 1 object too many for its frame left out\n");
+}
+
+TEST(JsonLinesReader, DropsTheObjectsOfALineThatBreaks)
+{
+    const std::string object = R"({"id":1,"box":[1,2,3,4]})";
+    for (const std::string& line :
+         {R"({"frame":1,"time":"2026-05-04T10:00:00","actors":[)" + object + R"(,{"id":2]})",
+          R"({"frame":1,"time":"2026-05-04T10:00:00","actors":[)" + object + R"(],"actors":[]})",
+          R"({"time":"2026-05-04T10:00:00","actors":[)" + object + "]}"}) {
+        const TrackReading reading = readTracks(line + "\n");
+        EXPECT_TRUE(reading.frames.empty()) << line;
+        EXPECT_EQ(reading.summary, "tracks: 1 malformed line left out\n") << line;
+        EXPECT_GE(reading.dropped, 1U) << line;
+    }
 }
 
 TEST(JsonLinesReader, StopsAtTheFirstProblemWhenStrict)

@@ -100,12 +100,24 @@ TEST(MotReader, ReportsWhatIsWrongWithARow)
         "tracks:3:1: a row has 9 or 10 columns\n1,2,3\n^\n"
         "tracks:4:15: classes are 1 to 13\n1,2,1,2,3,4,1,14,1\n              ^\n"
         "tracks:5:9: the number is not finite\n1,2,1,2,nan,4,1,-1,-1,-1\n        ^\n"
-        "tracks:6:5: the box is out of range\n1,2,1,2,-3,4,1,-1,-1,-1\n    ^\n"
+        "tracks:6:5: the box has a negative size\n1,2,1,2,-3,4,1,-1,-1,-1\n    ^\n"
         "tracks:7:3: a whole number is expected\n1,2.5,1,2,3,4,1,-1,-1,-1\n  ^\n"
         "tracks:8:1: the frame number is negative\n-1,2,1,2,3,4,1,-1,-1,-1\n^\n"
         "tracks:9:15: the position is out of range\n1,2,1,2,3,4,1,1e10,1,1\n              ^\n"
         "tracks:10:3: the number is out of range\n1,99999999999,1,2,3,4,1,-1,-1,-1\n  ^\n"
         "tracks:11: the identifier 1 is in frame 1 already\n");
+    EXPECT_EQ(reading.frames.at(0).actors.size(), 1U);
+    EXPECT_EQ(reading.counts.of(Oddity::UnknownClass), 1U);
+    EXPECT_EQ(reading.dropped, 10U);
+}
+
+TEST(MotReader, CountsRowsThatAreNotToBeConsidered)
+{
+    const TrackReading reading =
+        readTracks("1,1,1,2,3,4,1,1,1\n1,2,1,2,3,4,0,1,1\n", withRate(25.0));
+    EXPECT_EQ(reading.talk, "");
+    EXPECT_EQ(reading.counts.of(Oddity::NotConsidered), 1U);
+    EXPECT_EQ(reading.dropped, 1U);
     EXPECT_EQ(reading.frames.at(0).actors.size(), 1U);
 }
 

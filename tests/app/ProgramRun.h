@@ -67,7 +67,8 @@ struct Outcome
     std::string talk;
 };
 
-// Runs the program through the shell, after what stands in front of its name.
+// Runs the program through the shell, after what stands in front of its name. Whatever it is given,
+// every actor that it reads it uses or drops.
 inline Outcome runProgram(const std::string& arguments, const std::string& before = "")
 {
     const std::string out = temporary("out");
@@ -75,7 +76,9 @@ inline Outcome runProgram(const std::string& arguments, const std::string& befor
     const int status =
         // NOLINTNEXTLINE(cert-env33-c): pipes and redirections are the shell's
         std::system((before + kProgram + " " + arguments + " >" + out + " 2>" + talk).c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
+    Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(talk)};
+    EXPECT_EQ(outcome.talk.find("does not add up"), std::string::npos) << outcome.talk;
+    return outcome;
 }
 
 } // namespace scenariomatch

@@ -200,7 +200,9 @@ TEST(RunCommand, PrintsFiguresOfTheRun)
     EXPECT_THAT(
         outcome.talk,
         StartsWith("frames               9\n"
-                   "actors               11\n"
+                   "actors read          11\n"
+                   "actors used          11\n"
+                   "actors dropped       0\n"
                    "candidates tested    11\n"
                    "candidates accepted  4\n"
                    "completions          0\n"
@@ -208,6 +210,29 @@ TEST(RunCommand, PrintsFiguresOfTheRun)
                    "reported instances   2\n"
                    "frames per second    "));
     EXPECT_THAT(outcome.talk, HasSubstr("peak memory          "));
+}
+
+TEST(RunCommand, ListsWhatWasOddAndHowManyActorsItDropped)
+{
+    const Outcome outcome = runProgram(
+        "run --stats --params " + kFiles + "params.yaml --tracks " + kFiles + "odd.jsonl");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(
+        outcome.talk,
+        HasSubstr("frames               6\nactors read          15\nactors used          6\n"
+                  "actors dropped       9\n"));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nmalformed            2  warning: Correct the lines "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nframe-goes-back      1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nclock-goes-back      1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nclock-jumps          1  note: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nduplicate-id         1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nnot-finite           1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nout-of-range         1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nnegative-box         2  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nuntracked            1  warning: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nunknown-type         1  note: "));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nmissing-size         2  note: "));
+    EXPECT_EQ(countOf(outcome.talk, "  warning: ") + countOf(outcome.talk, "  note: "), 11U);
 }
 
 // A person is one try, the zone another.
@@ -220,7 +245,7 @@ TEST(RunCommand, LimitsTheCandidatesOfAModelInAFrame)
         cut.talk,
         StartsWith("Model InZone has too many candidates in frame 1 (2): those after 1 tries are "
                    "left out\nframes "));
-    EXPECT_THAT(cut.talk, HasSubstr("models cut short     9\n"));
+    EXPECT_THAT(cut.talk, HasSubstr("\ncandidate-cut        9  error: Raise --max-candidates"));
     for (const char* const enough : {"2000", "0"}) {
         const Outcome outcome = runProgram(joined(kRun, "--max-candidates ", enough));
         EXPECT_EQ(outcome.out, kFirstEvent + kSecondEvent) << enough;

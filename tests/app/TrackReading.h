@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <optional>
 #include <sstream>
@@ -22,13 +23,17 @@ struct TrackReading
     std::string summary;
     std::optional<TrackFailure> failure;
     std::size_t problems = 0;
+    OddityCounts counts;
+    std::uint64_t dropped = 0;
 };
 
 // The tests' own folder.
 inline std::string temporaryFile(const std::string& name)
 {
-    return testing::TempDir() + "/" +
-           testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
+    // Tests with parameters have a stroke in their names.
+    std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+    std::replace(test.begin(), test.end(), '/', '-');
+    return testing::TempDir() + "/" + test + "-" + name;
 }
 
 inline std::string writeTemporary(const std::string& name, const std::string& text)
@@ -63,15 +68,20 @@ inline TrackReading readTracksFile(
         return reading;
     }
     TrackFrame frame;
+    std::size_t used = 0;
     while (reader->next(frame)) {
         reading.frames.push_back(frame);
+        used += frame.actors.size();
     }
     EXPECT_FALSE(reader->next(frame));
+    EXPECT_EQ(problems.actorsRead(), used + problems.actorsDropped());
     reading.talk = talk.str();
     problems.printSummary();
     reading.summary = talk.str().substr(reading.talk.size());
     reading.failure = reader->failure();
     reading.problems = problems.total();
+    reading.counts = problems.counts();
+    reading.dropped = problems.actorsDropped();
     return reading;
 }
 

@@ -54,7 +54,10 @@ public:
         visit(event);
     }
 
-    RecognitionCounters counters() const override { return {.tested = 11, .operatorFailures = 3}; }
+    RecognitionCounters counters() const override
+    {
+        return {.tested = 11, .operatorFailures = 3, .feed = {}};
+    }
 
     int nextEventId() const override { return 10; }
 

@@ -26,7 +26,7 @@ void expectSurvived(const std::string& trouble, const std::string& message)
         EXPECT_THAT(outcome.out, HasSubstr(R"("end_frame":10,)"));
         EXPECT_THAT(outcome.talk, HasSubstr(message + "\n"));
         EXPECT_EQ(outcome.talk.find("Operator"), outcome.talk.rfind("Operator")) << outcome.talk;
-        EXPECT_THAT(outcome.talk, HasSubstr("operator failures    3\n"));
+        EXPECT_THAT(outcome.talk, HasSubstr("operator-failure     3  error: "));
     }
 }
 
