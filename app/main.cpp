@@ -3,6 +3,7 @@
 #include "app/InstalledFiles.h"
 #include "app/RunCommand.h"
 
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 
@@ -67,6 +68,9 @@ int runProgram(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // Seconds between two frames are those of the clocks as written, wherever the program runs:
+    // some zones have left out hours or a day.
+    setenv("TZ", "UTC0", 1);
     try {
         return runProgram(argc, argv);
     } catch (const std::exception& error) {
