@@ -423,4 +423,16 @@ TEST_F(OperatorPlugins, MotionReadsTheEnginesTimesAndAddsNone)
     EXPECT_DOUBLE_EQ(number(evaluate(*speed, {walking()})).value(), 50.0);
 }
 
+TEST_F(OperatorPlugins, MotionAddsNoTimeAndNoPositionHoweverOftenItAsksForWhatIsNotThere)
+{
+    constexpr int kMany = 1'000'000;
+    CSOperatorInterfaceAbstract* speed = findOperator("speed");
+    const Values late{walked({{100, at(0, 0)}, {101, at(1, 0)}})};
+    for (int i = 0; i < kMany; ++i) {
+        ASSERT_EQ(speed->evaluate(late), nullptr);
+    }
+    EXPECT_EQ(CSEngine::h_currentTime.size(), 11U);
+    EXPECT_EQ(late.front()->m_history.size(), 1U);
+}
+
 } // namespace scenariomatch
