@@ -258,8 +258,14 @@ Fault linesFault(std::string_view text, const ParameterLimits& limits)
         if (isLast) {
             return std::nullopt;
         }
-        isOpened = isOpened || isOpening;
-        nesting.addLine(isOpening ? line.substr(3) : line);
+        if (isOpening && !isBlank(line.substr(3))) {
+            return placed(number, "nothing is expected behind \"---\"");
+        }
+        if (isOpening) {
+            isOpened = true;
+            continue;
+        }
+        nesting.addLine(line);
         if (nesting.deepest() > limits.depth) {
             return placed(number, deeperThan(limits.depth));
         }
