@@ -74,9 +74,7 @@ std::optional<RunFault> checkSample(
         return std::nullopt;
     }
     RunParameterSources sources = sourcesOf(options);
-    // No event file is written.
-    sources.settings.emplace_back("saveXML3File", "false");
-    sources.settings.emplace_back("XML3FileName", "/dev/null");
+    sources.leaveEventFileAlone();
     return checkTracks(options.sample, sources, project, found, talk);
 }
 

@@ -41,20 +41,12 @@ bool Replay::prepare()
 
 bool Replay::prepareParameters()
 {
-    RunParameterSources sources =
-        RecognitionSetup::sourcesFor(m_options.parameterFile, m_options.maximumCandidates);
-    sources.commonPath = m_options.commonPath;
-    for (const std::string& text : m_options.settings) {
-        const std::optional<NamedText> setting = parseSetting(text);
-        if (!setting) {
-            return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
-        }
-        sources.settings.push_back(*setting);
+    std::optional<RunParameterSources> sources = parameterSources(m_options, m_fault);
+    if (!sources) {
+        return false;
     }
-    // The last setting wins: no event file is written.
-    sources.settings.emplace_back("saveXML3File", "false");
-    sources.settings.emplace_back("XML3FileName", "/dev/null");
-    return m_setup.read(std::move(sources)) ||
+    sources->leaveEventFileAlone();
+    return m_setup.read(std::move(*sources)) ||
            fail(m_setup.fault()->status, m_setup.fault()->reason);
 }
 

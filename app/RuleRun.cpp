@@ -97,13 +97,11 @@ visitFrames(const RuleTracks& tracks, std::ostream& talk, const FrameVisitor& vi
     return std::nullopt;
 }
 
-// No test writes an event file.
 RunParameterSources sourcesOf(const RuleCase& ruleCase)
 {
     RunParameterSources sources = RecognitionSetup::sourcesFor(ruleCase.parameterFile);
     sources.settings = ruleCase.settings;
-    sources.settings.emplace_back("saveXML3File", "false");
-    sources.settings.emplace_back("XML3FileName", "/dev/null");
+    sources.leaveEventFileAlone();
     return sources;
 }
 

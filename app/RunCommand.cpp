@@ -167,26 +167,17 @@ bool Run::failAsSetup()
 // A process that goes on where another one has ended does not begin the event file.
 bool Run::prepareParameters(bool isFirst)
 {
-    RunParameterSources sources =
-        RecognitionSetup::sourcesFor(m_options.parameterFile, m_options.maximumCandidates);
-    sources.commonPath = m_options.commonPath;
-    for (const std::string& text : m_options.settings) {
-        const std::optional<NamedText> setting = parseSetting(text);
-        if (!setting) {
-            return fail(kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\"");
-        }
-        sources.settings.push_back(*setting);
+    std::optional<RunParameterSources> sources = parameterSources(m_options, m_fault);
+    if (!sources) {
+        return false;
     }
     if (!isFirst) {
-        sources.settings.emplace_back("saveXML3File", "false");
+        sources->settings.emplace_back("saveXML3File", "false");
     }
     if (m_options.isPlan) {
-        // The last setting wins. The process empties the file that is named, whether it is to be
-        // written or not, and an earlier one is to stay.
-        sources.settings.emplace_back("saveXML3File", "false");
-        sources.settings.emplace_back("XML3FileName", "/dev/null");
+        sources->leaveEventFileAlone();
     }
-    return m_setup.read(std::move(sources)) || failAsSetup();
+    return m_setup.read(std::move(*sources)) || failAsSetup();
 }
 
 // No output may destroy what the run reads, or another output.

@@ -1,5 +1,6 @@
 #include "app/RunOptions.h"
 
+#include "app/ExitStatus.h"
 #include "app/HelpFooter.h"
 #include "app/OptionChecks.h"
 
@@ -174,6 +175,23 @@ void checkTogether(const RunOptions& options)
 }
 
 } // namespace
+
+std::optional<RunParameterSources>
+parameterSources(const RunOptions& options, std::optional<RunFault>& fault)
+{
+    RunParameterSources sources =
+        RecognitionSetup::sourcesFor(options.parameterFile, options.maximumCandidates);
+    sources.commonPath = options.commonPath;
+    for (const std::string& text : options.settings) {
+        const std::optional<NamedText> setting = parseSetting(text);
+        if (!setting) {
+            fault = {kExitUsage, "--set needs KEY=VALUE, not \"" + text + "\""};
+            return std::nullopt;
+        }
+        sources.settings.push_back(*setting);
+    }
+    return sources;
+}
 
 CLI::App* addRunCommand(CLI::App& program, RunOptions& options)
 {

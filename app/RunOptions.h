@@ -58,6 +58,11 @@ void addTrackOptions(
     const std::string& need,
     const std::string& formatOption);
 
+// Where the parameters come from that the options tell of. Nothing, and a fault, after a setting
+// that is none.
+std::optional<RunParameterSources>
+parameterSources(const RunOptions& options, std::optional<RunFault>& fault);
+
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.
 CLI::App* addRunCommand(CLI::App& program, RunOptions& options);
 

@@ -205,6 +205,13 @@ bool RunParameterSources::hasSetting(const std::string& key) const
     });
 }
 
+// The last setting wins.
+void RunParameterSources::leaveEventFileAlone()
+{
+    settings.emplace_back("saveXML3File", "false");
+    settings.emplace_back("XML3FileName", "/dev/null");
+}
+
 std::optional<std::string> RunParameters::value(const std::string& key) const
 {
     const auto found = std::find_if(

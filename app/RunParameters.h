@@ -28,6 +28,10 @@ struct RunParameterSources
     std::string operatorDescription;
 
     bool hasSetting(const std::string& key) const;
+
+    // No event file is written, whatever is said elsewhere. (The process empties the file that is
+    // named, whether it is to be written or not, and an earlier one is to stay.)
+    void leaveEventFileAlone();
 };
 
 // The parameters of a run as the process has to be given them.
