@@ -5,6 +5,7 @@
 #include "app/report/ReportTables.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fmt/format.h>
 #include <iterator>
 #include <utility>
@@ -104,7 +105,12 @@ std::string ReportRecorder::whyText()
         text += text.back() == '[' ? "" : ",\n";
         text += m_explanations.find(event.id, event.name, clockToMilliseconds(event.end.clock));
     }
-    fmt::format_to(std::back_inserter(text), "],\n\"binWidth\":{},\"models\":[", m_binWidth);
+    constexpr double kMilliseconds = 1000.0;
+    fmt::format_to(
+        std::back_inserter(text),
+        "],\n\"binWidth\":{},\"lookBack\":{},\"models\":[",
+        m_binWidth,
+        std::isfinite(m_terms.lookBack) ? m_terms.lookBack * kMilliseconds : 0.0);
     for (const WhyNotBins::Bins& bins : m_bins.answers()) {
         text += text.back() == '[' ? "{\"bins\":[" : ",\n{\"bins\":[";
         for (const std::optional<WhyNot>& bin : bins) {

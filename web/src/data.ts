@@ -54,7 +54,7 @@ export interface Model {
   text: string;
   objects: ModelObject[];
   components: ModelComponent[];
-  constraints: { text: string }[];
+  constraints: { text: string; pure: boolean }[];
 }
 
 // Columns of the same length. A confidence that is no number is null. An object is -1 where nothing is bound, a sub-event where it is no event of the report.
@@ -148,6 +148,7 @@ export interface NearMiss {
   when: Moment;
   objects: NamedObject[];
   false: Finding[];
+  hindsight?: boolean;
   // False constraints, of these without a margin, sum of the shares missed: smaller is nearer.
   rank?: (number | null)[];
 }
@@ -161,7 +162,10 @@ export interface BinConstraint {
 export interface ConfidenceMiss {
   times: number;
   threshold: number | null;
+  // The greatest, who and when.
   confidence: number | null;
+  when?: Moment;
+  objects?: NamedObject[];
 }
 
 // What `explain --model` counts in one part of the time.
@@ -182,5 +186,7 @@ export interface WhyNotModel {
 export interface WhyData {
   events: (Evidence | null)[];
   binWidth: number;
+  // For how long recognition looks back at events.
+  lookBack?: number;
   models: WhyNotModel[];
 }

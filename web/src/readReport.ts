@@ -159,7 +159,8 @@ function readModel(
     constraints: optional(entry['constraints'], [], constraints =>
       list(constraints, `${place}.constraints`).map((constraint, i) => {
         const words = `${place}.constraints[${i}]`;
-        return { text: text(fields(constraint, words)['text'], `${words}.text`) };
+        const part = fields(constraint, words);
+        return { text: text(part['text'], `${words}.text`), pure: part['pure'] !== false };
       }),
     ),
   };
@@ -244,5 +245,6 @@ export function readWhy(value: unknown, events: number, models: number): WhyData
   if (width <= 0) {
     throw new DataProblem('explanations.binWidth is not above 0');
   }
-  return { events: explained, binWidth: width, models: bins } as WhyData;
+  const lookBack = optional(root['lookBack'], 0, length => number(length, 'explanations.lookBack'));
+  return { events: explained, binWidth: width, lookBack, models: bins } as WhyData;
 }

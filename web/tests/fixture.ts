@@ -252,6 +252,6 @@ function evidence(data: ReportData, event: number): Evidence {
   };
 }
 
-function texts(...all: string[]): { text: string }[] {
-  return all.map(text => ({ text }));
+function texts(...all: string[]): Model['constraints'] {
+  return all.map(text => ({ text, pure: true }));
 }

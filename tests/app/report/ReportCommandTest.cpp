@@ -134,6 +134,7 @@ TEST_F(ReportCommand, CountsCandidatesAsExplainDoes)
     const std::string input = "--params " + kLobby + " --tracks " + tracksOf("lobby", "bag");
     const DecodedReport report = decodeReport(pageOf(input));
     EXPECT_EQ(report.why["binWidth"], 1000);
+    EXPECT_EQ(report.why["lookBack"], 120'000.0);
     const std::vector<std::tuple<std::string, int>> cases{
         {"StandTogether", 14}, {"AtBag", 5}, {"LyingOnFloor", 6}, {"BagLeft", 7}};
     for (const auto& [model, second] : cases) {

@@ -1,10 +1,11 @@
-import type { NearMiss, WhyData } from '../data';
+import type { WhyData } from '../data';
 import type { Report } from '../report';
 import type { Store } from '../store';
-import { durationText, trimmed, trimmedOrDash } from '../time';
+import { durationText } from '../time';
 import { choice, element, labelled } from '../ui/dom';
-import { evidenceDetails, header, marginText, objectsText } from './evidenceDetails';
-import { binsIn, summed, type WhyNotSum } from './summary';
+import { evidenceDetails } from './evidenceDetails';
+import { whyNot, windowOf } from './whyNot';
+import { whyNotDetails } from './whyNotDetails';
 
 type Loaded = { why: WhyData } | { problem: string };
 
@@ -16,6 +17,8 @@ export class WhyView {
   private readonly models: HTMLSelectElement;
   private loaded: Loaded | undefined;
   private isVisible = false;
+  // Model and bins of what is shown of a model; others replace it.
+  private shownKey = '';
 
   constructor(
     private readonly report: Report,
@@ -138,6 +141,7 @@ export class WhyView {
     const index = Number(this.models.value);
     const model = this.report.data.models[index];
     if (!model) {
+      this.shownKey = '';
       this.model.replaceChildren(element('p', { class: 'muted', text: 'The report has no models.' }));
       return;
     }
@@ -148,107 +152,22 @@ export class WhyView {
       return;
     }
     const { from, to } = this.store.state;
-    const { binWidth } = this.loaded.why;
-    const [first, last] = binsIn(from, to, binWidth, bins.bins.length);
-    const texts = model.constraints.map(constraint => constraint.text);
-    const isLast = last === bins.bins.length;
-    this.model.replaceChildren(
-      ...this.windowParts(index, first * binWidth, isLast ? this.report.end : last * binWidth),
-      ...sumParts(summed(bins.bins, texts, first, last), seconds => this.store.set({ time: seconds * 1000 })),
-    );
+    const window = windowOf(this.report, this.loaded.why, from, to);
+    const key = [index, window.first, window.last].join(' ');
+    if (key !== this.shownKey) {
+      this.shownKey = key;
+      const { clock } = this.report;
+      this.model.replaceChildren(
+        element('p', {
+          class: 'facts',
+          text:
+            `${clock.short(window.from)} to ${clock.short(window.to)}, ${durationText(window.to - window.from)}; ` +
+            'zoom the timeline to change it.',
+        }),
+        ...whyNotDetails(whyNot(this.report, this.loaded.why, index, window), seconds =>
+          this.store.set({ time: seconds * 1000 }),
+        ),
+      );
+    }
   }
-
-  // Which part of the time it is, and the events of the model and its components there.
-  private windowParts(model: number, from: number, to: number): HTMLElement[] {
-    const { clock, data } = this.report;
-    const within = (owner: number): number =>
-      data.events.model.filter(
-        (one, event) =>
-          one === owner && this.report.eventEnd(event) >= from && this.report.begin(event) <= to,
-      ).length;
-    const count = within(model);
-    const parts = (data.models[model]?.components ?? []).map(
-      ({ name, model: part }) => `${name} (${data.models[part]?.name ?? '?'}) ${part < 0 ? 0 : within(part)}`,
-    );
-    const facts = element('p', {
-      class: 'facts',
-      text:
-        `From ${clock.short(from)} to ${clock.short(to)} (${durationText(to - from)}; zoom the timeline to change it): ` +
-        `${count} ${count === 1 ? 'event' : 'events'}.`,
-    });
-    return parts.length === 0
-      ? [facts]
-      : [facts, element('p', { text: `Events of its components: ${parts.join(', ')}.` })];
-  }
-}
-
-function sumParts(sum: WhyNotSum, moveTo: (seconds: number) => void): HTMLElement[] {
-  const parts: HTMLElement[] = [];
-  parts.push(element('p', { text: `${sum.candidates.toLocaleString('en')} candidates were tried.` }));
-  if (sum.cutFrames > 0) {
-    parts.push(
-      element('p', {
-        class: 'problem',
-        text: `In ${sum.cutFrames} frames there were too many to try them all.`,
-      }),
-    );
-  }
-  if (sum.confidence) {
-    const { times, confidence, threshold } = sum.confidence;
-    parts.push(
-      element('p', {
-        text:
-          `All constraints held ${times === 1 ? 'once' : `${times} times`}, but the confidence was at most ` +
-          `${trimmedOrDash(confidence, 3)}, and ${trimmedOrDash(threshold, 3)} is needed.`,
-      }),
-    );
-  }
-  if (sum.nearest) {
-    parts.push(nearestText(sum.nearest, moveTo));
-  }
-  if (sum.constraints.length > 0) {
-    parts.push(sumTable(sum));
-  }
-  return parts;
-}
-
-// Who came nearest, and when: the time leads there.
-function nearestText(
-  { when, objects, false: missed }: NearMiss,
-  moveTo: (seconds: number) => void,
-): HTMLElement {
-  const misses = missed.map(finding => `${finding.text} ${finding.note ?? ''}`.trim()).join('; ');
-  const time = element('button', {
-    class: 'link',
-    text: `${trimmed(when.seconds, 2)} s`,
-    title: 'Go to this time',
-  });
-  time.type = 'button';
-  time.addEventListener('click', () => moveTo(when.seconds));
-  return element('p', {}, [
-    `Nearest came ${objectsText(objects)} at `,
-    time,
-    `: ${misses || 'all constraints held'}.`,
-  ]);
-}
-
-function sumTable(sum: WhyNotSum): HTMLElement {
-  const most = Math.max(1, ...sum.constraints.map(constraint => constraint.firstFalse));
-  const rows = sum.constraints.map(({ text, firstFalse, nearest }) => {
-    const finding = nearest?.false[0];
-    const bar = element('span', { class: 'meter' });
-    bar.style.setProperty('--share', String(firstFalse / most));
-    return element('tr', {}, [
-      element('td', {}, [element('code', { text })]),
-      element('td', { class: 'number' }, [firstFalse.toLocaleString('en'), bar]),
-      element('td', {}, [
-        finding?.seen ?? finding?.note ?? '',
-        ...(finding && marginText(finding) !== ''
-          ? [element('span', { class: 'note', text: `missed by ${marginText(finding)}` })]
-          : []),
-      ]),
-    ]);
-  });
-  const head = element('tr', {}, [header('Constraint'), header('First false', 'number'), header('Nearest')]);
-  return element('table', { class: 'findings' }, [element('thead', {}, [head]), element('tbody', {}, rows)]);
 }

@@ -2,16 +2,20 @@ import type { ConfidenceMiss, NearMiss, WhyNotBin } from '../data';
 
 export interface ConstraintSum {
   text: string;
+  pure: boolean;
   firstFalse: number;
   nearest: NearMiss | undefined;
 }
 
 export interface WhyNotSum {
+  frames: number;
   candidates: number;
   cutFrames: number;
   constraints: ConstraintSum[];
   nearest: NearMiss | undefined;
   confidence: ConfidenceMiss | undefined;
+  // Types of which nobody was seen in any of the bins.
+  unseenTypes: string[];
 }
 
 type Bins = (WhyNotBin | null)[];
@@ -28,24 +32,32 @@ export function binsIn(from: number, to: number, binWidth: number, count: number
   return [middle, middle + 1];
 }
 
-// Adds up the bins from first to before last: counts are sums, near misses the nearest of them.
-export function summed(bins: Bins, texts: string[], first: number, last: number): WhyNotSum {
+// Adds up the bins from first to before last: counts are sums, near misses the nearest of them. Bins without a frame say
+// nothing.
+export function summed(
+  bins: Bins,
+  constraints: { text: string; pure: boolean }[],
+  first: number,
+  last: number,
+): WhyNotSum {
+  const told = bins.slice(first, last).filter(bin => bin !== null);
   const sum: WhyNotSum = {
+    frames: 0,
     candidates: 0,
     cutFrames: 0,
-    constraints: texts.map(text => ({ text, firstFalse: 0, nearest: undefined })),
+    constraints: constraints.map(({ text, pure }) => ({ text, pure, firstFalse: 0, nearest: undefined })),
     nearest: undefined,
     confidence: undefined,
+    unseenTypes: (told[0]?.unseen_types ?? []).filter(type =>
+      told.every(bin => bin.unseen_types?.includes(type)),
+    ),
   };
-  for (const bin of bins.slice(first, last)) {
-    if (bin) {
-      add(sum, bin);
-    }
-  }
+  told.forEach(bin => add(sum, bin));
   return sum;
 }
 
 function add(sum: WhyNotSum, bin: WhyNotBin): void {
+  sum.frames += bin.frames ?? 0;
   sum.candidates += bin.candidates;
   sum.cutFrames += bin.cut_frames ?? 0;
   sum.nearest = nearer(sum.nearest, bin.nearest, rank);

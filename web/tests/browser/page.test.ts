@@ -249,12 +249,45 @@ test('why shows constraints and parts, and moves to a part', async () => {
   await page.keyboard.press('2');
   await page.waitForSelector('.why-event .findings');
   assert.match(await text(page, '.why-event'), /First recognised at/);
-  assert.match(await text(page, '.why-model'), /candidates were tried/);
+  assert.match(await text(page, '.why-model .lead'), /was recognised from 0 s to 180 s, \d+ events?\./);
   await page.locator('.part .link').first().click();
   await page.waitForFunction(
     wanted => document.querySelector('#selection strong')?.textContent?.endsWith(wanted),
     `#${fixture.data.events.id[part]}`,
   );
+  await closed(opened);
+});
+
+test('why not says of a composite which component lacked, and what became of that one', async () => {
+  const fixture = small();
+  const { events } = fixture.data;
+  events.model = events.model.map(model => (model === 4 ? 3 : model));
+  events.subEvents = events.model.map(() => []);
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.keyboard.press('2');
+  const models = page.getByLabel('Model that did not match');
+  await models.selectOption({ label: 'NeverSeen' });
+  await page.waitForSelector('.why-model .part');
+  const lead = await text(page, '.why-model .lead');
+  assert.match(lead, /^NeverSeen was not recognised from 0 s to 180 s\. 19140 candidates were tried\./);
+  assert.match(lead, /NeverSeen needs c1 \(LongVisit\), which was never recognised\./);
+  assert.deepEqual(await page.locator('.why-model > .components tbody tr').allInnerTexts(), [
+    'c1\tLongVisit\t0',
+  ]);
+  const part = page.locator('.why-model .part');
+  assert.equal(await part.locator('summary').innerText(), 'c1 LongVisit 19,140 candidates');
+  assert.deepEqual(
+    await part.locator('.components tbody tr').allInnerTexts(),
+    ['InZone', 'Waits'].map(
+      (name, i) => `c${i + 1}\t${name}\t${events.model.filter(model => model === i).length}`,
+    ),
+  );
+  const row = part.locator('.findings tbody tr').first();
+  assert.match(await row.innerText(), /c1 before c2\s+1,200\s+3\.2\s+missed by 1\.8 s\s+p=1 at 0 s\s+>= 5/);
+  await page.keyboard.press('End');
+  await row.getByRole('button').click();
+  await page.waitForFunction(() => document.querySelector('.clock')?.textContent === '10:15:00.000');
   await closed(opened);
 });
 

@@ -24,6 +24,19 @@ interface Line {
   sub_events: { variable: string; id: number; name: string }[];
 }
 
+interface Made {
+  // Options for parameters and tracks.
+  input: string[];
+  lines: Line[];
+  report: string;
+}
+
+interface WhyNot {
+  summary: string[];
+  apart?: string;
+  components?: { missing?: WhyNot }[];
+}
+
 const program = process.env['SCENARIOMATCH'] as string;
 const examples = process.env['SCENARIOMATCH_EXAMPLES'] as string;
 const folder = mkdtempSync(join(tmpdir(), 'reports-'));
@@ -38,19 +51,20 @@ after(async () => {
   rmSync(folder, { recursive: true, force: true });
 });
 
-function run(...words: string[]): void {
-  const { status, stderr } = spawnSync(program, words, { encoding: 'utf8' });
+function run(...words: string[]): string {
+  const { status, stdout, stderr } = spawnSync(program, words, { encoding: 'utf8' });
   assert.equal(status, 0, `${words.join(' ')}: ${stderr}`);
+  return stdout;
 }
 
-function make(example: string, scene: string): { lines: Line[]; report: string } {
+function make(example: string, scene: string): Made {
   const place = (suffix: string): string => join(folder, `${scene}.${suffix}`);
   const input = ['--params', join(examples, example, `${example}.yaml`), '--tracks', place('jsonl')];
   run('synth', join(examples, example, 'scenes', `${scene}.yaml`), '--output', place('jsonl'));
   run('run', ...input, '--events', place('events'));
   run('report', ...input, '--output', place('html'));
   const lines = readFileSync(place('events'), 'utf8').trimEnd().split('\n');
-  return { lines: lines.map(line => JSON.parse(line) as Line), report: place('html') };
+  return { input, lines: lines.map(line => JSON.parse(line) as Line), report: place('html') };
 }
 
 // What must be the same in the program's output and in the page's export; the order of variables is not.
@@ -126,13 +140,42 @@ async function explore(page: Page, line: Line): Promise<void> {
   assert.match(await page.locator('.why-model').innerText(), /candidates were tried|\d events?\./);
 }
 
+// Why components were never together takes more than the page holds.
+function withoutApart(words: string, { apart, components }: WhyNot): string {
+  const shorter = apart ? words.replace(`: ${apart}`, '') : words;
+  return (components ?? []).reduce(
+    (rest, { missing }) => (missing ? withoutApart(rest, missing) : rest),
+    shorter,
+  );
+}
+
+// Of every model, what the page says of all the time is what explain says.
+async function compareReasons(page: Page, input: string[]): Promise<void> {
+  await page.keyboard.press('2');
+  const models = page.getByLabel('Model that did not match');
+  for (const name of await models.locator('option').allInnerTexts()) {
+    await models.selectOption({ label: name });
+    const why = JSON.parse(run('explain', ...input, '--model', name, '--format', 'json')) as WhyNot;
+    await page.waitForFunction(
+      model => document.querySelector('.why-model .lead')?.textContent?.startsWith(model),
+      name,
+    );
+    assert.equal(
+      await page.locator('.why-model .lead').innerText(),
+      withoutApart(why.summary.join(' '), why),
+      `${name} of ${input.join(' ')}`,
+    );
+  }
+  await page.keyboard.press('1');
+}
+
 for (const [example, scene] of [
   ['lobby', 'bag'],
   ['lobby', 'meeting'],
   ['gate', 'flow'],
 ] as const) {
   test(`the report of ${example}, ${scene}, says what run says`, async () => {
-    const { lines, report } = make(example, scene);
+    const { input, lines, report } = make(example, scene);
     assert.ok(lines.length > 0);
     for (const colorScheme of ['light', 'dark'] as const) {
       const { page, problems } = await openPage(browser, report, { colorScheme, bypassCSP: true });
@@ -140,6 +183,9 @@ for (const [example, scene] of [
       assert.deepEqual(await counts(page), countsOf(lines));
       const order = (all: Line[]): unknown[] => [...all].sort((a, b) => a.id - b.id).map(comparable);
       assert.deepEqual(order(await exported(page)), order(lines));
+      if (colorScheme === 'light') {
+        await compareReasons(page, input);
+      }
       await addChecker(page);
       await explore(page, lines.find(line => line.sub_events.length > 0) ?? (lines[0] as Line));
       assert.deepEqual(await findings(page), []);

@@ -3,6 +3,8 @@ import { test } from 'node:test';
 import type { NearMiss, WhyNotBin } from '../../src/data';
 import { binsIn, summed } from '../../src/why/summary';
 
+const kConstraints = [{ text: 'a < b', pure: true }];
+
 function miss(seconds: number, rank: number[], margin?: number): NearMiss {
   const finding = { text: 'a < b', holds: false, ...(margin === undefined ? {} : { margin }) };
   return { when: { seconds }, objects: [], false: [finding], rank };
@@ -15,7 +17,7 @@ function bin(candidates: number, firstFalse: number, nearest: NearMiss): WhyNotB
 test('counts of bins are added, those of empty bins are nothing', () => {
   const sum = summed(
     [bin(5, 2, miss(1, [1, 0, 0.5], 4)), null, bin(7, 3, miss(9, [1, 0, 0.2], 2))],
-    ['a < b'],
+    kConstraints,
     0,
     3,
   );
@@ -29,7 +31,7 @@ test('nearest is the smallest rank, number by number, and of equal ones the firs
   const misses = [miss(1, [2, 0, 0]), miss(2, [1, 1, 9]), miss(3, [1, 0, 9]), miss(4, [1, 0, 9])];
   const sum = summed(
     misses.map(one => bin(1, 1, one)),
-    ['a < b'],
+    kConstraints,
     0,
     4,
   );
@@ -37,7 +39,7 @@ test('nearest is the smallest rank, number by number, and of equal ones the firs
 });
 
 test('a miss without a margin is the farthest', () => {
-  const sum = summed([bin(1, 1, miss(1, [1])), bin(1, 1, miss(2, [1], 100))], ['a < b'], 0, 2);
+  const sum = summed([bin(1, 1, miss(1, [1])), bin(1, 1, miss(2, [1], 100))], kConstraints, 0, 2);
   assert.equal(sum.constraints[0]?.nearest?.when.seconds, 2);
 });
 
