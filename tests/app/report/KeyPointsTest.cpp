@@ -32,8 +32,8 @@ double departureOf(const TrackSample& sample, const std::vector<KeyPoint>& point
             return point.time < time;
         });
     EXPECT_NE(next, points.end());
-    double x = static_cast<double>(next->x);
-    double y = static_cast<double>(next->y);
+    auto x = static_cast<double>(next->x);
+    auto y = static_cast<double>(next->y);
     if (next->time != sample.time) {
         EXPECT_FALSE(next->isAfterGap);
         const KeyPoint& last = *(next - 1);
@@ -87,8 +87,8 @@ TEST(KeyPoints, ShowEverySampleWithinTheDeparture)
 TEST(KeyPoints, KeepTheEndsOfAStraightWay)
 {
     std::vector<TrackSample> samples;
-    for (int i = 0; i <= 1000; ++i) {
-        samples.push_back({i * 40, i * 0.06, 3.0});
+    for (std::int64_t i = 0; i <= 1000; ++i) {
+        samples.push_back({i * 40, static_cast<double>(i) * 0.06, 3.0});
     }
     const std::vector<KeyPoint> points = keyPointsOf(samples);
     ASSERT_EQ(points.size(), 2U);

@@ -45,7 +45,7 @@ protected:
 // The tracks of an example's scene.
 std::string tracksOf(const std::string& example, const std::string& scene)
 {
-    const std::string tracks = temporary(scene + ".jsonl");
+    std::string tracks = temporary(scene + ".jsonl");
     const Outcome outcome = runProgram(
         "synth " + kExamples + example + "/scenes/" + scene + ".yaml --output " + tracks);
     EXPECT_EQ(outcome.status, 0) << outcome.talk;
@@ -269,7 +269,7 @@ TEST_F(ReportCommand, KeepsNamesFromBreakingThePage)
                                    "0123456789+/="),
             std::string::npos);
         const std::string element =
-            "<script type=\"text/plain\" id=\"" + id + "\">" + data + "</script>\n";
+            fmt::format("<script type=\"text/plain\" id=\"{}\">{}</script>\n", id, data);
         ASSERT_NE(rest.find(element), std::string::npos);
         rest.replace(rest.find(element), element.size(), "");
     }

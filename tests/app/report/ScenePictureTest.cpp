@@ -12,7 +12,7 @@ namespace
 
 std::string fileWith(const std::string& bytes)
 {
-    const std::string path = temporary("picture");
+    std::string path = temporary("picture");
     std::ofstream(path, std::ios::binary) << bytes;
     return path;
 }
