@@ -121,6 +121,17 @@ constexpr std::array<OddityText, kOddities> kTexts{{
      "models cut short in a frame",
      "Raise --max-candidates, or give the model constraints that speak of fewer objects at a "
      "time."},
+    {"engine-restart",
+     Error,
+     "engine that has ended begun anew",
+     "engines that have ended begun anew",
+     "Mend the operator that the messages name; each end costs a frame and all that was going on."},
+    {"frame-not-in-file",
+     Error,
+     "frame not in the XML event file",
+     "frames not in the XML event file",
+     "Make room on the disk, or lift the limit on sizes of files, and run again; the events "
+     "themselves are complete."},
 }};
 
 } // namespace

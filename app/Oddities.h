@@ -52,9 +52,13 @@ enum class Oddity : std::size_t {
     OperatorFailure,
     // Candidates of a model that has too many in a frame are left out.
     CandidateCut,
+    // An engine in a process of its own that has ended begins anew with the next frame.
+    EngineRestart,
+    // A frame that cannot be written is left out of the XML event file.
+    FrameNotInFile,
 };
 
-inline constexpr std::size_t kOddities = 20;
+inline constexpr std::size_t kOddities = 22;
 
 // How much an oddity harms: nothing is lost by a note; a warning says that something was left out
 // or changed; after an error the events cannot be trusted.

@@ -56,7 +56,7 @@ std::vector<RunFigure> RunStatistics::figures() const
     return figures;
 }
 
-// What the process has met in spite of the readers.
+// What was met in spite of the readers.
 void RunStatistics::addOwnOddities(OddityCounts& counts) const
 {
     const FeedCounters& feed = m_last.feed;
@@ -73,6 +73,8 @@ void RunStatistics::addOwnOddities(OddityCounts& counts) const
     counts.add(Oddity::MissingSize, m_missingSizes);
     counts.add(Oddity::OperatorFailure, m_last.operatorFailures + m_earlierFailures);
     counts.add(Oddity::CandidateCut, m_last.candidateCuts);
+    counts.add(Oddity::EngineRestart, m_restarts);
+    counts.add(Oddity::FrameNotInFile, m_lostFrames);
 }
 
 std::string RunStatistics::imbalance(const TrackProblems& problems) const
@@ -109,12 +111,6 @@ void RunStatistics::print(std::ostream& out, const TrackProblems& problems) cons
         out << fmt::format(
             "{:<20} {}  {}: {}\n", text.name, count, nameOf(text.severity), text.advice);
     });
-    if (m_restarts > 0) {
-        out << fmt::format("engine has ended     {}\n", m_restarts);
-    }
-    if (m_lostFrames > 0) {
-        out << fmt::format("frames not in file   {}\n", m_lostFrames);
-    }
 }
 
 void CountingEventWriter::write(const ReportedEvent& event)

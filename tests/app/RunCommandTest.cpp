@@ -514,7 +514,7 @@ TEST(RunCommand, SaysThatTheEventFileCannotBeWritten)
         "9 of 9 frames could not be written, the first is frame 1\n");
     EXPECT_THAT(
         runProgram(start + " --set XML3FileName=/dev/full --stats").talk,
-        HasSubstr("\nframes not in file   9\n"));
+        HasSubstr("\nframe-not-in-file    9  error: Make room on the disk, or "));
 }
 
 TEST(RunCommand, GoesOnWhenTheEventFileMayNotGrowAndSaysWhatIsLost)

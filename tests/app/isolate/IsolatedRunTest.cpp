@@ -69,7 +69,7 @@ void expectStartedAnew(const std::string& trouble, const std::string& reason)
         outcome.talk,
         testing::StartsWith(
             "scenariomatch run: frame 5 (2026-05-04T10:00:04.000): " + reason + kAnew));
-    EXPECT_THAT(outcome.talk, HasSubstr("engine has ended     1\n"));
+    EXPECT_THAT(outcome.talk, HasSubstr("\nengine-restart       1  error: Mend the operator "));
     EXPECT_THAT(outcome.out, HasSubstr(R"({"id":0,"name":"Seen")"));
     EXPECT_THAT(outcome.out, HasSubstr(R"("begin_frame":1,)"));
     EXPECT_THAT(outcome.out, HasSubstr(R"("end_frame":4,)"));
