@@ -351,7 +351,7 @@ void Run::recogniseApart()
             if (engine.fault()) {
                 fail(engine.fault()->status, engine.fault()->reason);
             }
-            m_statistics.setRestarts(engine.deaths(), engine.earlierFailures());
+            m_statistics.setRestarts(engine.deaths());
         });
     } else {
         fail(engine.fault()->status, engine.fault()->reason);

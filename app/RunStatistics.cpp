@@ -71,7 +71,7 @@ void RunStatistics::addOwnOddities(OddityCounts& counts) const
     counts.add(Oddity::UnknownType, feed.unknownTypes);
     counts.add(Oddity::MissingActor, feed.missingActors);
     counts.add(Oddity::MissingSize, m_missingSizes);
-    counts.add(Oddity::OperatorFailure, m_last.operatorFailures + m_earlierFailures);
+    counts.add(Oddity::OperatorFailure, m_last.operatorFailures);
     counts.add(Oddity::CandidateCut, m_last.candidateCuts);
     counts.add(Oddity::EngineRestart, m_restarts);
     counts.add(Oddity::FrameNotInFile, m_lostFrames);

@@ -31,12 +31,8 @@ public:
 
     void countReported() { ++m_reported; }
 
-    // How often the engine has begun anew, and what it had counted before.
-    void setRestarts(std::uint64_t count, std::uint64_t earlierFailures)
-    {
-        m_restarts = count;
-        m_earlierFailures = earlierFailures;
-    }
+    // How often the engine has begun anew.
+    void setRestarts(std::uint64_t count) { m_restarts = count; }
 
     // How many frames are not in the event file.
     void setLostFrames(std::uint64_t count) { m_lostFrames = count; }
@@ -72,7 +68,6 @@ private:
     RecognitionCounters m_last;
     std::uint64_t m_lostFrames = 0;
     std::uint64_t m_restarts = 0;
-    std::uint64_t m_earlierFailures = 0;
     std::uint64_t m_reported = 0;
 };
 

@@ -8,6 +8,29 @@ namespace scenariomatch
 namespace
 {
 
+void add(FeedCounters& sum, const FeedCounters& counters)
+{
+    sum.actors += counters.actors;
+    sum.missingActors += counters.missingActors;
+    sum.duplicateIds += counters.duplicateIds;
+    sum.untracked += counters.untracked;
+    sum.notFinite += counters.notFinite;
+    sum.negativeBoxes += counters.negativeBoxes;
+    sum.unknownTypes += counters.unknownTypes;
+    sum.framesGoBack += counters.framesGoBack;
+    sum.clocksGoBack += counters.clocksGoBack;
+    sum.clockJumps += counters.clockJumps;
+    sum.badClocks += counters.badClocks;
+}
+
+// What is counted since the start of a process; the other numbers are those of a frame.
+void addSinceStart(RecognitionCounters& sum, const RecognitionCounters& counters)
+{
+    sum.operatorFailures += counters.operatorFailures;
+    sum.candidateCuts += counters.candidateCuts;
+    add(sum.feed, counters.feed);
+}
+
 // The numbers of an event; its words follow.
 struct EventNumbers
 {
@@ -196,6 +219,19 @@ bool MessageView::take(std::string message)
     m_counters = counters;
     m_nextEventId = nextEventId;
     return true;
+}
+
+void MessageView::startAnew()
+{
+    addSinceStart(m_earlier, m_counters);
+    m_counters = {};
+}
+
+RecognitionCounters MessageView::counters() const
+{
+    RecognitionCounters counters = m_counters;
+    addSinceStart(counters, m_earlier);
+    return counters;
 }
 
 void MessageView::visitEvents(const EventVisitor& visit) const

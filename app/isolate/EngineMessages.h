@@ -34,16 +34,19 @@ std::optional<EngineReadiness> readReadinessMessage(std::string_view message);
 // What recognition shows of one frame.
 std::string eventsMessage(const RecognitionView& view);
 
-// Shows what such a message says.
+// Shows what such a message says; what is counted since the start is counted over all processes.
 class MessageView : public RecognitionView
 {
 public:
     // False, and nothing changes, for what is no such message.
     bool take(std::string message);
 
+    // The next message is of a process that counts from 0.
+    void startAnew();
+
     void visitEvents(const EventVisitor& visit) const override;
 
-    RecognitionCounters counters() const override { return m_counters; }
+    RecognitionCounters counters() const override;
 
     int nextEventId() const override { return m_nextEventId; }
 
@@ -58,6 +61,8 @@ public:
 private:
     std::string m_message;
     RecognitionCounters m_counters;
+    // What processes that are gone have counted since their starts; nothing else of it is used.
+    RecognitionCounters m_earlier;
     int m_nextEventId = 0;
 };
 

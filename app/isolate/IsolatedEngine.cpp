@@ -184,7 +184,7 @@ std::string IsolatedEngine::obituary(Answer answer)
 
 void IsolatedEngine::noteDeath(const TrackFrame& frame, Answer answer)
 {
-    m_earlierFailures += m_view.counters().operatorFailures;
+    m_view.startAnew();
     ++m_deaths;
     ++m_deathsInARow;
     const std::string reason =

@@ -77,15 +77,12 @@ public:
     // missing.
     bool finish();
 
-    // What the last frame that was recognised shows.
+    // What the last frame that was recognised shows, and what all processes have counted.
     const RecognitionView& view() const { return m_view; }
 
     const std::string& prolongation() const { return m_prolongation; }
 
     std::uint64_t deaths() const { return m_deaths; }
-
-    // Operator failures that processes which are gone have counted.
-    std::uint64_t earlierFailures() const { return m_earlierFailures; }
 
     const std::optional<RunFault>& fault() const { return m_fault; }
 
@@ -110,7 +107,6 @@ private:
     std::string m_prolongation = "0";
     int m_deathsInARow = 0;
     std::uint64_t m_deaths = 0;
-    std::uint64_t m_earlierFailures = 0;
     std::optional<RunFault> m_fault;
 };
 

@@ -56,7 +56,12 @@ public:
 
     RecognitionCounters counters() const override
     {
-        return {.tested = 11, .operatorFailures = 3, .feed = {}};
+        RecognitionCounters counters;
+        counters.tested = 11;
+        counters.operatorFailures = 3;
+        counters.candidateCuts = 4;
+        counters.feed = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+        return counters;
     }
 
     int nextEventId() const override { return 10; }
@@ -109,6 +114,34 @@ TEST(EngineMessages, CarryEventsAsTheyAre)
         EXPECT_EQ(event.parts[0].id, 2);
     });
     EXPECT_EQ(count, 1);
+}
+
+TEST(EngineMessages, AddUpWhatProcessesHaveCountedSinceTheirStarts)
+{
+    MessageView view;
+    ASSERT_TRUE(view.take(eventsMessage(OneEvent())));
+    view.startAnew();
+    // A process that ends without a frame has counted nothing.
+    view.startAnew();
+    EXPECT_EQ(view.counters().tested, 0);
+    EXPECT_EQ(view.counters().operatorFailures, 3U);
+    EXPECT_EQ(view.nextEventId(), 10);
+    ASSERT_TRUE(view.take(eventsMessage(OneEvent())));
+    EXPECT_EQ(view.counters().tested, 11);
+    EXPECT_EQ(view.counters().operatorFailures, 6U);
+    EXPECT_EQ(view.counters().candidateCuts, 8U);
+    const FeedCounters feed = view.counters().feed;
+    EXPECT_EQ(feed.actors, 2U);
+    EXPECT_EQ(feed.missingActors, 4U);
+    EXPECT_EQ(feed.duplicateIds, 6U);
+    EXPECT_EQ(feed.untracked, 8U);
+    EXPECT_EQ(feed.notFinite, 10U);
+    EXPECT_EQ(feed.negativeBoxes, 12U);
+    EXPECT_EQ(feed.unknownTypes, 14U);
+    EXPECT_EQ(feed.framesGoBack, 16U);
+    EXPECT_EQ(feed.clocksGoBack, 18U);
+    EXPECT_EQ(feed.clockJumps, 20U);
+    EXPECT_EQ(feed.badClocks, 22U);
 }
 
 TEST(EngineMessages, AreRefusedWhereTheyBreakOff)

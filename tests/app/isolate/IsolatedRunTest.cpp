@@ -69,6 +69,8 @@ void expectStartedAnew(const std::string& trouble, const std::string& reason)
         outcome.talk,
         testing::StartsWith(
             "scenariomatch run: frame 5 (2026-05-04T10:00:04.000): " + reason + kAnew));
+    // Both processes have counted.
+    EXPECT_THAT(outcome.talk, HasSubstr("\nunknown-type         9  note: "));
     EXPECT_THAT(outcome.talk, HasSubstr("\nengine-restart       1  error: Mend the operator "));
     EXPECT_THAT(outcome.out, HasSubstr(R"({"id":0,"name":"Seen")"));
     EXPECT_THAT(outcome.out, HasSubstr(R"("begin_frame":1,)"));

@@ -12,7 +12,8 @@ namespace scenariomatch
 {
 
 // A run on a model that asks the operator `trouble` about everybody: person 1 is there in all ten
-// frames, person 99, who makes the trouble, in those of the range.
+// frames, person 99, who makes the trouble, in those of the range. A car, which nobody asks about,
+// is there all the time.
 class TroubleRun
 {
 public:
@@ -28,7 +29,8 @@ public:
         std::ofstream tracks(m_folder + "/tracks.jsonl");
         for (int frame = 1; frame <= 10; ++frame) {
             tracks << R"({"frame":)" << frame << R"(,"time":"2026-05-04T10:00:0)" << frame - 1
-                   << R"(.000","actors":[{"id":1,"type":"PERSON","position":[0,0,0]})";
+                   << R"(.000","actors":[{"id":7,"type":"CAR","position":[9,9,0]})"
+                   << R"(,{"id":1,"type":"PERSON","position":[0,0,0]})";
             if (frame >= first && frame <= last) {
                 tracks << R"(,{"id":99,"type":"PERSON","position":[0,0,0]})";
             }
