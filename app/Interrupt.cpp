@@ -26,7 +26,6 @@ void catchInterrupt()
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    ignoreWriteSignals();
 }
 
 void ignoreWriteSignals()

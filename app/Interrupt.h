@@ -4,7 +4,7 @@ namespace scenariomatch
 {
 
 // From now on the first Ctrl-C (or SIGTERM) asks the program to end where it can, the second ends
-// it at once. What goes wrong in writing is an error of writing and no signal.
+// it at once.
 void catchInterrupt();
 
 // From now on a reader of our output that goes away, or a file that may not grow further, makes

@@ -3,7 +3,6 @@
 #include "app/EventFileRepair.h"
 #include "app/ExitStatus.h"
 #include "app/HelpFooter.h"
-#include "app/Interrupt.h"
 #include "app/RunFiles.h"
 
 #include <cerrno>
@@ -220,7 +219,6 @@ CLI::App* addRepairCommand(CLI::App& program, RepairOptions& options)
 
 int runRepair(const RepairOptions& options, std::ostream& talk)
 {
-    ignoreWriteSignals();
     return RepairRun(options, talk).perform();
 }
 

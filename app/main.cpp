@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/ExitStatus.h"
 #include "app/InstalledFiles.h"
+#include "app/Interrupt.h"
 #include "app/RunCommand.h"
 
 #include <cstdlib>
@@ -11,6 +12,7 @@ namespace
 {
 
 using scenariomatch::kExitDone;
+using scenariomatch::kExitOutput;
 using scenariomatch::kExitUsage;
 
 // Help and version are no mistakes; every mistake has the same status.
@@ -64,6 +66,17 @@ int runProgram(int argc, char** argv)
     return runOperators(line.operatorsOptions, std::cout, std::cerr);
 }
 
+// What went to standard output has arrived, or the status says that it has not.
+int judgeOutput(int status)
+{
+    std::cout.flush();
+    if (std::cout.good() || status == kExitOutput) {
+        return status;
+    }
+    std::cerr << "scenariomatch: cannot write to standard output\n";
+    return kExitOutput;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -71,8 +84,9 @@ int main(int argc, char** argv)
     // Seconds between two frames are those of the clocks as written, wherever the program runs:
     // some zones have left out hours or a day.
     setenv("TZ", "UTC0", 1);
+    scenariomatch::ignoreWriteSignals();
     try {
-        return runProgram(argc, argv);
+        return judgeOutput(runProgram(argc, argv));
     } catch (const std::exception& error) {
         std::cerr << "scenariomatch: " << error.what() << '\n';
         return kExitUsage;

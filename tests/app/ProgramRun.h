@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -49,8 +50,10 @@ private:
 inline std::string temporary(const std::string& name)
 {
     static const RunFolder folder;
-    return folder.path() + "/" + testing::UnitTest::GetInstance()->current_test_info()->name() +
-           "-" + name;
+    // Tests with parameters have a stroke in their names.
+    std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+    std::replace(test.begin(), test.end(), '/', '-');
+    return folder.path() + "/" + test + "-" + name;
 }
 
 inline std::string contentOf(const std::string& path)
