@@ -207,7 +207,20 @@ std::optional<std::string> whyMissing(const RuleCase& ruleCase, const ExpectedEv
     return why.events.empty() ? std::optional(reasonOf(why)) : std::nullopt;
 }
 
-RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk)
+RuleTalk::RuleTalk(std::ostream& out)
+    : m_out(out)
+{
+}
+
+void RuleTalk::tellOnce(std::ostringstream& text)
+{
+    if (m_told.insert(text.str()).second) {
+        m_out << text.str();
+    }
+    text.str({});
+}
+
+RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, RuleTalk& talk)
 {
     std::ostringstream warnings;
     RecognitionSetup setup(warnings, ruleCase.name + ": 'set'");
@@ -220,13 +233,15 @@ RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std:
     const StreamRedirection redirection(std::cout, nullptr);
     forgetEarlierRuns();
     setup.warn();
+    // Before the engine has its say.
+    talk.tellOnce(warnings);
     const std::unique_ptr<rhmAbstractProcessEventRecognition> process = setup.createProcess();
+    talk.tellOnce(warnings);
     if (process) {
-        run = recognise(ruleCase, *process, coverage, talk);
+        run = recognise(ruleCase, *process, coverage, talk.out());
     } else {
         run.fault = setup.fault()->reason;
     }
-    run.warnings = warnings.str();
     return run;
 }
 

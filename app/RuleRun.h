@@ -5,9 +5,10 @@
 #include "app/RuleTest.h"
 
 #include <cstdint>
-#include <iosfwd>
 #include <optional>
+#include <ostream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,8 +30,23 @@ struct RuleRun
     // Those that take part; nothing where the process does not tell.
     std::optional<std::set<std::string>> models;
     std::optional<std::string> fault;
-    // What is wrong with the files of the case, as the command run says it.
-    std::string warnings;
+};
+
+// What runs say in passing: what is wrong with the files of a case, as the command run says it, and
+// with its tracks. Cases of the same files have the same faults, which are told once.
+class RuleTalk
+{
+public:
+    explicit RuleTalk(std::ostream& out);
+
+    std::ostream& out() { return m_out; }
+
+    // Tells the text, and empties it.
+    void tellOnce(std::ostringstream& text);
+
+private:
+    std::ostream& m_out;
+    std::set<std::string> m_told;
 };
 
 // Why the event was not found, in one sentence; nothing where that cannot be told, or an event of
@@ -38,7 +54,7 @@ struct RuleRun
 std::optional<std::string> whyMissing(const RuleCase& ruleCase, const ExpectedEvent& missing);
 
 // Recognises events in the tracks of a case, as the command run does. Counts for the coverage where
-// one is given; talk takes what is wrong with the tracks.
-RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, std::ostream& talk);
+// one is given.
+RuleRun runRuleCase(const RuleCase& ruleCase, ConstraintCoverage* coverage, RuleTalk& talk);
 
 } // namespace scenariomatch

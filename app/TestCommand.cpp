@@ -37,6 +37,7 @@ public:
         : m_options(options)
         , m_data(out.rdbuf())
         , m_talk(talk)
+        , m_ruleTalk(talk)
     {
     }
 
@@ -54,10 +55,10 @@ private:
     // Writes to the caller's stream, also while that one is redirected.
     std::ostream m_data;
     std::ostream& m_talk;
+    RuleTalk m_ruleTalk;
     std::vector<RuleTestFile> m_files;
     // By parameter file.
     std::map<std::string, ConstraintCoverage> m_coverage;
-    std::set<std::string> m_told;
     int m_status = kExitDone;
 };
 
@@ -135,11 +136,7 @@ void TestRun::runFile(const RuleTestFile& file, RuleReport& report)
     for (const RuleCase& ruleCase : file.cases) {
         ConstraintCoverage* const coverage =
             m_options.hasCoverage ? &m_coverage[ruleCase.parameterFile] : nullptr;
-        const RuleRun run = runRuleCase(ruleCase, coverage, m_talk);
-        // Cases of the same files have the same faults.
-        if (m_told.insert(run.warnings).second) {
-            m_talk << run.warnings;
-        }
+        const RuleRun run = runRuleCase(ruleCase, coverage, m_ruleTalk);
         verdicts.push_back(judge(ruleCase, run));
         const RuleVerdict& verdict = verdicts.back();
         if (!verdict.isPassed() && !verdict.fault && ruleCase.events) {

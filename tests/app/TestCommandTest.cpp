@@ -250,6 +250,24 @@ TEST(TestCommand, TellsOnceWhatIsWrongInTheFilesOfItsCases)
     EXPECT_EQ(outcome.talk.find("error: "), outcome.talk.rfind("error: ")) << outcome.talk;
 }
 
+TEST(TestCommand, TellsWhatIsWrongBeforeTheEngineDoes)
+{
+    std::filesystem::remove_all(temporary("gate"));
+    std::filesystem::copy(kExamples + "gate", temporary("gate"), kRecursively);
+    std::ofstream(temporary("gate/gate.yaml"), std::ios::app) << "historySise: 12\n";
+    std::ofstream(temporary("gate/crossings.txt"))
+        << "Scenarios {\nOdd,\nPrimitiveState (GoesIn,\n    PhysicalObjects((p : Person))\n"
+           "    Constraints((p unheard p))\n)\n}\n";
+    const std::string file = fileWith(
+        "odd.yaml",
+        "params: " + temporary("gate/gate.yaml") + "\ncases:\n  - {name: a, scene: " + kExamples +
+            "gate/scenes/flow.yaml, events: []}\n");
+    const std::string talk = runProgram("test " + file).talk;
+    const std::size_t engine = talk.find("Warning: Operator unheard is unknown!");
+    EXPECT_NE(engine, std::string::npos) << talk;
+    EXPECT_LT(talk.find("there is no "), engine) << talk;
+}
+
 TEST(TestCommand, RunsNothingWhereAFileIsWrong)
 {
     const std::string good = fileWith("door.yaml", doorTest(kIn));
