@@ -177,7 +177,7 @@ void readCheckContext(const lint::NamedFile& file, CheckInput& input, lint::Diag
         out.add(
             "unreadable-file",
             file.named.source == nullptr ? none : file.named,
-            fmt::format("{} cannot be read", file.path));
+            fmt::format("{} cannot be read: {}", file.path, textFileFault(file.path)));
         return;
     }
     rhmDataContext context;

@@ -130,7 +130,7 @@ CLI::App* addGenerateCommand(CLI::App& program, GenerateOptions& options)
 int runGenerate(const GenerateOptions& options, std::ostream& out, std::ostream& talk)
 {
     errno = 0;
-    const std::optional<std::string> text = readTextFile(options.objects);
+    const std::optional<std::string> text = readTextInput(options.objects);
     if (!text) {
         const std::string reason = errno == 0 ? "it is larger than 64 MiB" : std::strerror(errno);
         return fail(kExitModel, talk, fmt::format("cannot read {}: {}", options.objects, reason));

@@ -9,13 +9,12 @@
 #include "app/TemporaryFile.h"
 #include "host/rhmDataContext.h"
 #include "plugin/RecognitionView.h"
+#include "types/TextFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <fmt/format.h>
-#include <fstream>
 #include <iostream>
 #include <system_error>
 #include <utility>
@@ -34,11 +33,6 @@ constexpr std::array<const char*, 4> kNeededFiles{
     "RHMContext"};
 
 constexpr const char* kAlarmLevel = "XML3AlarmLevel";
-
-std::string systemReason()
-{
-    return std::generic_category().message(errno);
-}
 
 } // namespace
 
@@ -90,8 +84,9 @@ bool RecognitionSetup::checkFiles()
 {
     for (const char* key : kNeededFiles) {
         const std::string name = textOf(key);
-        if (!name.empty() && !std::ifstream(name).good()) {
-            return fail(kExitModel, fmt::format("{} ({}): {}", name, key, systemReason()));
+        const std::string fault = name.empty() ? "" : textFileFault(name);
+        if (!fault.empty()) {
+            return fail(kExitModel, fmt::format("{} ({}): {}", name, key, fault));
         }
     }
     if (textOf("scenarioRecognitionModelFileName").empty()) {

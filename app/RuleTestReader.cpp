@@ -6,8 +6,6 @@
 #include "types/TextFile.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fmt/format.h>
 #include <utility>
@@ -204,8 +202,7 @@ Scene RuleTestReader::readSceneFile(const YAML::Node& node) const
     const std::string name = resolved(sceneText(node, "scene"));
     const std::optional<std::string> text = readTextFile(name);
     if (!text) {
-        throw SceneFault{
-            node.Mark(), fmt::format("cannot read {}: {}", name, std::strerror(errno))};
+        throw SceneFault{node.Mark(), fmt::format("cannot read {}: {}", name, textFileFault(name))};
     }
     SceneReading reading = readScene(*text, name, m_sceneLimits);
     if (!reading.scene) {

@@ -40,7 +40,7 @@ struct ScoreInput
 std::optional<std::string> readFile(const std::string& name, std::string& text)
 {
     errno = 0;
-    std::optional<std::string> content = readTextFile(name);
+    std::optional<std::string> content = readTextInput(name);
     if (!content) {
         const std::string reason = errno == 0 ? "it is larger than 64 MiB" : std::strerror(errno);
         return fmt::format("scenariomatch score: cannot read {}: {}", name, reason);

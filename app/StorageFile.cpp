@@ -10,6 +10,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
 #include <sstream>
@@ -210,6 +211,12 @@ std::optional<std::ptrdiff_t> crowdedLine(const std::string& text)
 
 std::optional<std::string> readWhole(const std::string& path, std::string& error)
 {
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        error = path + ": it is no ordinary file";
+        return std::nullopt;
+    }
     std::ifstream input(path, std::ios::binary);
     std::string text(StorageFile::kLongest + 1, '\0');
     if (!input) {

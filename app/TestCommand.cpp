@@ -93,7 +93,7 @@ bool TestRun::readFiles()
     bool isGood = true;
     for (const std::string& name : m_options.files) {
         errno = 0;
-        const std::optional<std::string> text = readTextFile(name);
+        const std::optional<std::string> text = readTextInput(name);
         if (!text) {
             const std::string reason =
                 errno == 0 ? "it is larger than 64 MiB" : std::strerror(errno);

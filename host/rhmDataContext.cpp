@@ -3,6 +3,7 @@
 #include "host/XmlTags.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 #include <QXmlStreamReader>
 
@@ -70,12 +71,16 @@ bool rhmDataContext::read(const QString& fileName)
     if (fileName.isEmpty()) {
         return refuse({}, "no file is named");
     }
+    const QFileInfo info(fileName);
+    if (info.exists() && !info.isFile() && !info.isDir()) {
+        // A pipe into which nobody writes would be waited for.
+        return refuse({}, "it is no ordinary file");
+    }
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         return refuse({}, file.errorString().toStdString());
     }
-    // One byte more than allowed tells a file that is too large; a device's own size may be
-    // unknown.
+    // One byte more than allowed tells a file that is too large.
     const QByteArray text = file.read(m_limits.fileBytes + 1);
     if (file.error() != QFileDevice::NoError) {
         return refuse({}, file.errorString().toStdString());

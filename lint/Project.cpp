@@ -57,7 +57,7 @@ const Source* Project::open(const NamedFile& file, Diagnostics& out)
         "unreadable-file",
         place,
         text ? fmt::format("{} is not checked: it is larger than 1 MiB", file.path)
-             : fmt::format("{} cannot be read", file.path));
+             : fmt::format("{} cannot be read: {}", file.path, textFileFault(file.path)));
     return nullptr;
 }
 

@@ -101,7 +101,7 @@ readEventText(const std::string& text, const std::string& fileName, std::size_t 
 EventReading readEventFile(const std::string& path)
 {
     errno = 0;
-    const std::optional<std::string> text = readTextFile(path);
+    const std::optional<std::string> text = readTextInput(path);
     if (text) {
         return readEventText(*text, path);
     }

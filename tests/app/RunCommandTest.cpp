@@ -669,6 +669,35 @@ TEST(RunCommand, TellsOnceOfElementsOfTheContextThatCannotBeUsed)
     EXPECT_THAT(outcome.talk, HasSubstr("[malformed]\n"));
 }
 
+TEST(RunCommand, RefusesPipesForWhatConfiguresIt)
+{
+    // Nobody writes into it: a program that opens it waits for ever.
+    const std::string pipe = temporary("pipe");
+    ::unlink(pipe.c_str());
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const Outcome parameters =
+        runProgram("run --params " + pipe + " --tracks " + kFiles + "tracks.txt");
+    EXPECT_EQ(parameters.status, 3);
+    EXPECT_EQ(parameters.talk, "scenariomatch run: " + pipe + ": it is no ordinary file\n");
+    for (const std::string key :
+         {"scenarioRecognitionModelFileName",
+          "scenarioRecognitionObjectDescription",
+          "scenarioRecognitionOperatorDescription",
+          "RHMContext"}) {
+        const Outcome outcome = runProgram(kRun + "--set " + key + "=" + pipe);
+        EXPECT_EQ(outcome.status, 3);
+        EXPECT_EQ(
+            outcome.talk,
+            "scenariomatch run: " + pipe + " (" + key + "): it is no ordinary file\n");
+    }
+    const Outcome models = runProgram("check " + pipe);
+    EXPECT_EQ(models.status, 3);
+    EXPECT_THAT(models.out, HasSubstr(pipe + " cannot be read: it is no ordinary file"));
+    const Outcome context = runProgram("check " + kFiles + "models/zone.txt --context " + pipe);
+    EXPECT_EQ(context.status, 3);
+    EXPECT_THAT(context.out, HasSubstr(pipe + " cannot be read: it is no ordinary file"));
+}
+
 TEST(RunCommand, ShowsProgressOnlyWhenAskedWithoutATerminal)
 {
     EXPECT_EQ(runProgram(kRun + "--progress auto").talk, "");

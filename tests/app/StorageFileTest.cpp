@@ -78,7 +78,11 @@ TEST(StorageFile, SaysWhereAFileIsWrong)
     std::string error;
     EXPECT_FALSE(readStorageFile(temporaryFile("none"), error));
     EXPECT_EQ(error, temporaryFile("none") + ": No such file or directory");
-    EXPECT_FALSE(readStorageFile(testing::TempDir(), error));
+    // A pipe is not waited for.
+    for (const std::string& name : {testing::TempDir(), std::string("/dev/zero")}) {
+        EXPECT_FALSE(readStorageFile(name, error));
+        EXPECT_EQ(error, name + ": it is no ordinary file");
+    }
 }
 
 TEST(StorageFile, RefusesATagWithTooManyAttributes)

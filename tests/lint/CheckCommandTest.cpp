@@ -123,7 +123,8 @@ TEST_F(LobbyModels, ThatCannotBeReadHaveAStatusOfTheirOwn)
     const Outcome outcome = check(m_options);
     EXPECT_EQ(outcome.status, kExitModel);
     EXPECT_NE(
-        outcome.out.find("none.models:1:1: error: none.models cannot be read [unreadable-file]\n"),
+        outcome.out.find("none.models:1:1: error: none.models cannot be read: No such file or "
+                         "directory [unreadable-file]\n"),
         std::string::npos);
     m_options.modelFiles.clear();
     m_options.parameterFile = "none.yaml";
@@ -140,7 +141,7 @@ TEST(CheckCommand, TakesTheFilesOfAParameterFileFromAnotherFolder)
     options.common = examples + "/lobby";
     const Outcome outcome = check(options);
     EXPECT_EQ(outcome.status, kExitModel);
-    EXPECT_NE(outcome.out.find("/lobby/door.xml cannot be read"), std::string::npos);
+    EXPECT_NE(outcome.out.find("/lobby/door.xml cannot be read: No such file"), std::string::npos);
 }
 
 // The files of tests/data/lint/sample, named as seen from there.
