@@ -42,7 +42,7 @@ std::vector<RunFigure> RunStatistics::figures() const
 {
     std::vector<RunFigure> figures{
         {"frames", m_frames},
-        {"actors", m_actors},
+        {"actors used", m_actors},
         {"candidates tested", m_tested},
         {"candidates accepted", m_accepted},
         {"completions", m_completions},

@@ -90,9 +90,9 @@ private:
     Json scene() const;
     Json actors();
     Json models();
-    Json events() const;
+    Json events();
     Json objectsOf(const ReportedEvent& event, std::uint64_t& fixed) const;
-    Json subEventsOf(const ReportedEvent& event) const;
+    void addSubEvents(const ReportedEvent& event, Json& columns) const;
     Json statistics() const;
 
     const ReportTableSources& m_sources;
@@ -101,6 +101,9 @@ private:
     // The first model of a name.
     std::map<std::string, std::size_t> m_byName;
     NameList m_alarms;
+    // Of each of them, the first number that it came with.
+    std::vector<int> m_alarmNumbers;
+    NameList m_texts;
     NameList m_kinds;
     NameList m_types;
 };
@@ -173,7 +176,9 @@ void TableMaker::addAlarms()
         add(event.alarm, event.alarmLevel);
     }
     for (const auto& [number, hasName, name] : levels) {
-        m_alarms.add(name);
+        if (m_alarms.add(name) == m_alarmNumbers.size()) {
+            m_alarmNumbers.push_back(number);
+        }
     }
 }
 
@@ -237,7 +242,8 @@ Json TableMaker::models()
         }
         entry["components"] = Json::array();
         for (const auto& [variable, part] : model.components) {
-            entry["components"].push_back({{"name", variable}, {"model", indexOf(part)}});
+            entry["components"].push_back(
+                {{"name", variable}, {"model", indexOf(part)}, {"modelName", part}});
         }
         entry["constraints"] = Json::array();
         for (const auto& [text, isPure] : model.constraints) {
@@ -267,21 +273,26 @@ Json TableMaker::objectsOf(const ReportedEvent& event, std::uint64_t& fixed) con
     return ids;
 }
 
-Json TableMaker::subEventsOf(const ReportedEvent& event) const
+// Also those that are no event of the report.
+void TableMaker::addSubEvents(const ReportedEvent& event, Json& columns) const
 {
     Json indexes = Json::array();
+    Json ids = Json::array();
     const auto model = static_cast<std::size_t>(indexOf(event.name));
     for (const auto& [variable, name] : m_models[model].components) {
         const auto part = std::find_if(
             event.subEvents.begin(),
             event.subEvents.end(),
             [wanted = &variable](const SubEvent& one) { return one.variable == *wanted; });
-        indexes.push_back(part == event.subEvents.end() ? -1 : m_sources.events.indexOf(part->id));
+        const bool isBound = part != event.subEvents.end();
+        indexes.push_back(isBound ? m_sources.events.indexOf(part->id) : -1);
+        ids.push_back(isBound ? part->id : -1);
     }
-    return indexes;
+    columns["subEvents"].push_back(std::move(indexes));
+    columns["subEventIds"].push_back(std::move(ids));
 }
 
-Json TableMaker::events() const
+Json TableMaker::events()
 {
     Json columns;
     for (const char* const name :
@@ -293,9 +304,11 @@ Json TableMaker::events() const
           "endFrame",
           "confidence",
           "alarm",
+          "text",
           "objects",
           "fixed",
-          "subEvents"}) {
+          "subEvents",
+          "subEventIds"}) {
         columns[name] = Json::array();
     }
     for (const ReportedEvent& event : m_sources.events.all()) {
@@ -307,10 +320,11 @@ Json TableMaker::events() const
         columns["endFrame"].push_back(event.end.frame);
         columns["confidence"].push_back(event.confidence);
         columns["alarm"].push_back(m_alarms.find(event.alarmLevel));
+        columns["text"].push_back(m_texts.add(event.text));
         std::uint64_t fixed = 0;
         columns["objects"].push_back(objectsOf(event, fixed));
         columns["fixed"].push_back(fixed);
-        columns["subEvents"].push_back(subEventsOf(event));
+        addSubEvents(event, columns);
     }
     return columns;
 }
@@ -332,15 +346,18 @@ std::string TableMaker::text()
         {"title", m_sources.title},
         {"clock", clock()},
         {"scene", scene()}};
-    // Actors and models fill the lists of names before them.
+    // Actors, models and events fill the lists of names before them.
     Json actorList = actors();
     Json modelList = models();
+    Json eventList = events();
     tables["types"] = m_types.all();
     tables["actors"] = std::move(actorList);
     tables["alarms"] = m_alarms.all();
+    tables["alarmNumbers"] = m_alarmNumbers;
+    tables["texts"] = m_texts.all();
     tables["kinds"] = m_kinds.all();
     tables["models"] = std::move(modelList);
-    tables["events"] = events();
+    tables["events"] = std::move(eventList);
     tables["statistics"] = statistics();
     // Names may be any bytes.
     return tables.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -41,9 +41,11 @@ export interface ModelObject {
   type: string;
 }
 
+// Its model is -1 where the report has none of that name.
 export interface ModelComponent {
   name: string;
   model: number;
+  modelName: string;
 }
 
 export interface Model {
@@ -57,7 +59,7 @@ export interface Model {
   constraints: { text: string; pure: boolean }[];
 }
 
-// Columns of the same length. A confidence that is no number is null. An object is -1 where nothing is bound, a sub-event where it is no event of the report.
+// Columns of the same length; `text` names entries of the report's texts. A confidence that is no number is null. An object is -1 where nothing is bound, a sub-event where it is no event of the report.
 // Bit k of `fixed` is set where object k belongs to the scene: people and things of the scene are numbered apart.
 export interface EventColumns {
   id: number[];
@@ -68,9 +70,11 @@ export interface EventColumns {
   endFrame: number[];
   confidence: (number | null)[];
   alarm: number[];
+  text: number[];
   objects: number[][];
   fixed: number[];
   subEvents: number[][];
+  subEventIds: number[][];
 }
 
 export interface ReportData {
@@ -82,6 +86,9 @@ export interface ReportData {
   types: string[];
   actors: Actor[];
   alarms: string[];
+  // Of each level, the number that the program's outputs have.
+  alarmNumbers: number[];
+  texts: string[];
   kinds: string[];
   models: Model[];
   events: EventColumns;

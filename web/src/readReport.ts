@@ -34,6 +34,7 @@ function withoutNameless(data: ReportData): ReportData {
   return {
     ...data,
     alarms: names,
+    alarmNumbers: data.alarmNumbers.filter((_, i) => data.alarms[i] !== ''),
     models: data.models.map(model => ({ ...model, alarm: level(model.alarm) })),
     events: { ...data.events, alarm: data.events.alarm.map(level) },
   };
@@ -52,6 +53,9 @@ function readTables(value: unknown): ReportData {
   }
   const types = texts(root['types'], 'types');
   const alarms = texts(root['alarms'], 'alarms');
+  const alarmNumbers = numbers(root['alarmNumbers'], 'alarmNumbers');
+  sameLength(alarmNumbers, alarms, 'alarmNumbers');
+  const eventTexts = texts(root['texts'], 'texts');
   const kinds = texts(root['kinds'], 'kinds');
   const clock = fields(root['clock'], 'clock');
   const models = list(root['models'], 'models');
@@ -68,11 +72,13 @@ function readTables(value: unknown): ReportData {
     types,
     actors: list(root['actors'], 'actors').map((entry, i) => readActor(entry, types.length, `actors[${i}]`)),
     alarms,
+    alarmNumbers,
+    texts: eventTexts,
     kinds,
     models: models.map((entry, i) =>
       readModel(entry, { alarms: alarms.length, kinds: kinds.length, models: models.length }, `models[${i}]`),
     ),
-    events: readEvents(root['events'], models.length, alarms.length),
+    events: readEvents(root['events'], models.length, alarms.length, eventTexts.length),
     statistics: optional(root['statistics'], {}, entry => fields(entry, 'statistics')),
   };
 }
@@ -154,6 +160,7 @@ function readModel(
       return {
         name: text(part['name'], `${place}.components[${i}].name`),
         model: index(part['model'], sizes.models, `${place}.components[${i}].model`),
+        modelName: text(part['modelName'], `${place}.components[${i}].modelName`),
       };
     }),
     constraints: optional(entry['constraints'], [], constraints =>
@@ -166,17 +173,17 @@ function readModel(
   };
 }
 
-function readEvents(value: unknown, models: number, alarms: number): EventColumns {
+function readEvents(value: unknown, models: number, alarms: number, eventTexts: number): EventColumns {
   const entry = fields(value, 'events');
   const ids = numbers(entry['id'], 'events.id');
   const column = <Value>(name: string, read: (value: unknown, place: string) => Value[]): Value[] => {
     const values = read(entry[name], `events.${name}`);
-    sameLength(values, ids, name);
+    sameLength(values, ids, `events.${name}`);
     return values;
   };
   const lists = (name: string): number[][] => {
     const values = list(entry[name], `events.${name}`);
-    sameLength(values, ids, name);
+    sameLength(values, ids, `events.${name}`);
     return values.map(part => numbers(part, `a list of events.${name}`));
   };
   const events: EventColumns = {
@@ -188,12 +195,15 @@ function readEvents(value: unknown, models: number, alarms: number): EventColumn
     endFrame: column('endFrame', numbers),
     confidence: column('confidence', numbersOrNull),
     alarm: column('alarm', numbers),
+    text: column('text', numbers),
     objects: lists('objects'),
     fixed: column('fixed', numbers),
     subEvents: lists('subEvents'),
+    subEventIds: lists('subEventIds'),
   };
   indexes(events.model, models, 'events.model');
   indexes(events.alarm, alarms, 'events.alarm');
+  indexes(events.text, eventTexts, 'events.text');
   indexes(events.subEvents.flat(), ids.length, 'events.subEvents');
   const nameless = events.model.indexOf(-1);
   if (nameless >= 0) {
@@ -202,9 +212,9 @@ function readEvents(value: unknown, models: number, alarms: number): EventColumn
   return events;
 }
 
-function sameLength(values: unknown[], ids: unknown[], name: string): void {
-  if (values.length !== ids.length) {
-    throw new DataProblem(`events.${name} has ${values.length} entries, not ${ids.length}`);
+function sameLength(values: unknown[], others: unknown[], place: string): void {
+  if (values.length !== others.length) {
+    throw new DataProblem(`${place} has ${values.length} entries, not ${others.length}`);
   }
 }
 

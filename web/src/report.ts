@@ -58,6 +58,11 @@ export class Report {
     return this.data.alarms[level] ?? '';
   }
 
+  // The alarm text that the event came with.
+  alarmText(event: number): string {
+    return this.data.texts[this.data.events.text[event] as number] ?? '';
+  }
+
   kindName(model: Model): string {
     return this.data.kinds[model.kind] ?? '';
   }
@@ -92,6 +97,18 @@ export class Report {
         return String(participant.id);
       case 'unbound':
         return '–';
+    }
+  }
+
+  // As the program's outputs call it; nothing where it is not known.
+  participantType(participant: Participant): string | undefined {
+    switch (participant.kind) {
+      case 'actor':
+        return agentType(this.data.types[(this.data.actors[participant.index] as Actor).type] ?? '');
+      case 'scene':
+        return (this.data.scene.objects[participant.index] as SceneObject).type;
+      default:
+        return undefined;
     }
   }
 
@@ -149,6 +166,14 @@ export class Report {
     const { end, frames } = this.data.clock;
     return frames > 1 && end > 0 ? end / (frames - 1) : 40;
   }
+}
+
+// Recognition has types of its own for what tracks call otherwise.
+function agentType(type: string): string {
+  if (type === 'PERSON') {
+    return 'Person';
+  }
+  return type === 'GROUP' ? 'Group' : 'Mobile';
 }
 
 // Of a number that may have more than 32 bits.

@@ -51,6 +51,8 @@ export function hall(size: Size, seed = 7): Fixture {
     types: ['PERSON', 'BAG'],
     actors,
     alarms: ['NOTURGENT', 'URGENT', 'VERYURGENT', 'SUPERURGENT'],
+    alarmNumbers: [0, 1, 2, 3],
+    texts: models().map(model => model.alarmText),
     kinds: ['PrimitiveState', 'PrimitiveEvent', 'CompositeState', 'CompositeEvent'],
     models: models(),
     events: {
@@ -62,9 +64,11 @@ export function hall(size: Size, seed = 7): Fixture {
       endFrame: [],
       confidence: [],
       alarm: [],
+      text: [],
       objects: [],
       fixed: [],
       subEvents: [],
+      subEventIds: [],
     },
     statistics: { frames: 4501, 'candidates tested': 1_234_567 },
   };
@@ -142,19 +146,19 @@ function models(): Model[] {
     model('LongVisit', 2, 1, {
       alarmText: 'Somebody stays long',
       components: [
-        { name: 'c1', model: 0 },
-        { name: 'c2', model: 1 },
+        { name: 'c1', model: 0, modelName: 'InZone' },
+        { name: 'c2', model: 1, modelName: 'Waits' },
       ],
       constraints: texts('c1 before c2', 'duration(c1->Interval) >= 5'),
     }),
     model('BagLeft', 3, 2, {
       alarmText: 'A bag is left unattended',
       objects: [object('p', 'Person'), object('b', 'Bag')],
-      components: [{ name: 'c1', model: 2 }],
+      components: [{ name: 'c1', model: 2, modelName: 'NearBag' }],
       constraints: texts('gap(c1->Interval, c1->Interval) > 3'),
     }),
     model('NeverSeen', 3, 3, {
-      components: [{ name: 'c1', model: 4 }],
+      components: [{ name: 'c1', model: 4, modelName: 'LongVisit' }],
       constraints: texts('duration(c1) > 1000'),
     }),
   ];
@@ -185,7 +189,9 @@ function addEvents(data: ReportData, random: Random, size: Size): void {
     events.alarm.push((data.models[model] as Model).alarm);
     events.objects.push(isBag ? [actor, Math.min(5, data.actors.length)] : [actor, random.whole(3)]);
     events.fixed.push(isBag ? 0 : 2);
+    events.text.push(model);
     events.subEvents.push(parts);
+    events.subEventIds.push(parts.map(part => (part < 0 ? -1 : (events.id[part] as number))));
     lastOf[model] = i;
   }
 }

@@ -105,13 +105,11 @@ json subEventsOf(const json& data, std::size_t event)
     const json& variables = modelOf(data, event)["components"];
     std::map<std::string, json> byVariable;
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        const std::ptrdiff_t part = data["events"]["subEvents"][event][i];
-        const auto index = static_cast<std::size_t>(part);
         const std::string variable = variables[i]["name"];
         byVariable[variable] = {
             {"variable", variable},
-            {"id", data["events"]["id"].at(index)},
-            {"name", modelOf(data, index)["name"]}};
+            {"id", data["events"]["subEventIds"][event][i]},
+            {"name", variables[i]["modelName"]}};
     }
     json list = json::array();
     for (const auto& [variable, part] : byVariable) {
@@ -125,13 +123,6 @@ std::string clockAt(const json& data, const json& milliseconds)
     const auto start = parseClock(data["clock"]["start"].get<std::string>());
     return printClock(
         millisecondsToClock(clockToMilliseconds(*start) + milliseconds.get<std::int64_t>()));
-}
-
-// The number of an alarm level; having none is as much as the least.
-int alarmNumber(const json& data, std::size_t index)
-{
-    const bool hasNone = data["alarms"][0] == "";
-    return hasNone && index > 0 ? static_cast<int>(index) - 1 : static_cast<int>(index);
 }
 
 } // namespace
@@ -171,8 +162,8 @@ std::vector<json> eventLines(const json& data)
              {"name", model["name"]},
              {"kind", data["kinds"][model["kind"].get<std::size_t>()]},
              {"alarm_level", data["alarms"][alarm]},
-             {"alarm", alarmNumber(data, alarm)},
-             {"text", model["alarmText"]},
+             {"alarm", data["alarmNumbers"][alarm]},
+             {"text", data["texts"][events["text"][i].get<std::size_t>()]},
              {"confidence", events["confidence"][i].get<double>()},
              {"begin", clockAt(data, events["begin"][i])},
              {"begin_frame", events["beginFrame"][i]},

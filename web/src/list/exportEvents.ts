@@ -40,36 +40,57 @@ export function toCsv(report: Report, events: Int32Array): string {
 
 function exported(report: Report, event: number): ExportedEvent {
   const model = report.model(event);
-  const participants = report.participants(event);
-  const ids = report.data.events.objects[event] ?? [];
+  const level = report.alarm(event);
   return {
     id: report.id(event),
     name: model.name,
     kind: report.kindName(model),
-    alarm_level: report.alarmName(report.alarm(event)),
-    alarm: Math.max(0, report.alarm(event)),
-    text: model.alarmText,
+    alarm_level: report.alarmName(level),
+    alarm: report.data.alarmNumbers[level] ?? 0,
+    text: report.alarmText(event),
     confidence: report.data.events.confidence[event] ?? null,
     begin: report.clock.full(report.begin(event)),
     begin_frame: report.data.events.beginFrame[event] ?? 0,
     end: report.clock.full(report.eventEnd(event)),
     end_frame: report.data.events.endFrame[event] ?? 0,
     duration: report.duration(event) / 1000,
-    objects: model.objects.map(({ name, type }, position) => {
-      const participant = participants[position];
-      return {
-        variable: name,
-        type,
-        id: ids[position] ?? -1,
-        name: participant?.kind === 'scene' ? report.participantName(participant) : '',
-      };
-    }),
-    sub_events: report
-      .subEvents(event)
-      .map((part, position) => ({ part, variable: model.components[position]?.name ?? '' }))
-      .filter(({ part }) => part >= 0)
-      .map(({ part, variable }) => ({ variable, id: report.id(part), name: report.model(part).name })),
+    objects: exportedObjects(report, event),
+    sub_events: exportedSubEvents(report, event),
   };
+}
+
+function exportedObjects(report: Report, event: number): ExportedEvent['objects'] {
+  const participants = report.participants(event);
+  const ids = report.data.events.objects[event] ?? [];
+  const objects = report.model(event).objects.map(({ name: variable, type }, position) => {
+    const participant = participants[position] ?? { kind: 'unbound' };
+    return {
+      variable,
+      type: report.participantType(participant) ?? type,
+      id: ids[position] ?? -1,
+      name: participant.kind === 'scene' ? report.participantName(participant) : '',
+    };
+  });
+  return objects.sort(byVariable);
+}
+
+// Also those that are no event of the report.
+function exportedSubEvents(report: Report, event: number): ExportedEvent['sub_events'] {
+  const { components } = report.model(event);
+  const ids = report.data.events.subEventIds[event] ?? [];
+  return ids
+    .map((id, position) => ({
+      variable: components[position]?.name ?? '',
+      id,
+      name: components[position]?.modelName ?? '',
+    }))
+    .filter(({ id }) => id >= 0)
+    .sort(byVariable);
+}
+
+// As the program orders them.
+function byVariable(a: { variable: string }, b: { variable: string }): number {
+  return a.variable < b.variable ? -1 : Number(a.variable > b.variable);
 }
 
 function csvLine(event: ExportedEvent): string {
@@ -97,11 +118,6 @@ function csvLine(event: ExportedEvent): string {
 
 // Text out of files. A spreadsheet would take some of it for a formula: an apostrophe before it says that it is none.
 export function csvText(text: string): string {
-  const isFormula = kFormula.test(text) && !isNumber(text);
-  const guarded = isFormula ? `'${text}` : text;
+  const guarded = kFormula.test(text) ? `'${text}` : text;
   return /[",\r\n]/.test(guarded) ? `"${guarded.replaceAll('"', '""')}"` : guarded;
-}
-
-function isNumber(text: string): boolean {
-  return /^[+-]?\d+(\.\d+)?$/.test(text);
 }

@@ -84,6 +84,6 @@ function passesWords(report: Report, event: number, words: string[]): boolean {
   }
   const model = report.model(event);
   const text =
-    `${model.name} #${report.id(event)} ${report.bindings(event)} ${model.alarmText}`.toLowerCase();
+    `${model.name} #${report.id(event)} ${report.bindings(event)} ${report.alarmText(event)}`.toLowerCase();
   return words.every(word => text.includes(word));
 }

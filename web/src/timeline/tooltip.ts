@@ -24,7 +24,7 @@ export class Tooltip {
         text: `${durationText(report.duration(event))}, confidence ${trimmedOrDash(report.data.events.confidence[event], 3)}`,
       }),
     ];
-    const words = [level, report.model(event).alarmText].filter(word => word !== '').join(': ');
+    const words = [level, report.alarmText(event)].filter(word => word !== '').join(': ');
     if (words !== '') {
       lines.push(element('span', { class: 'tooltip-alarm', text: words }));
     }

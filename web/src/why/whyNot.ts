@@ -54,11 +54,11 @@ export function whyNot(report: Report, why: WhyData, model: number, window: Wind
     };
     // Known before its components are asked: what contains itself is not asked for ever.
     known.set(index, made);
-    made.components = components.map(({ name: variable, model: part }) => {
+    made.components = components.map(({ name: variable, model: part, modelName }) => {
       const count = parts[part] ?? 0;
       return {
         variable,
-        name: report.data.models[part]?.name ?? '?',
+        name: modelName,
         events: count,
         missing: count === 0 && part >= 0 ? (known.get(part) ?? answer(part)) : undefined,
       };

@@ -333,6 +333,7 @@ test('names that are markup, script or far too long stay names', async () => {
   data.title = name(0);
   data.types = [name(1), name(7)];
   data.alarms = data.alarms.map((_, i) => name(i));
+  data.texts = data.texts.map((_, i) => name(i + 2));
   data.kinds = data.kinds.map((_, i) => name(i + 4));
   data.scene.objects.forEach((object, i) => {
     object.name = name(i);

@@ -83,11 +83,11 @@ test('texts with numbers are sorted by the numbers', () => {
   assert.ok(names.indexOf('p=2 b=5') < names.findIndex(name => name.startsWith('p=3 ')));
 });
 
-test('text that a spreadsheet takes for a formula gets an apostrophe, numbers do not', () => {
+test('text that a spreadsheet takes for a formula gets an apostrophe', () => {
   assert.equal(csvText('=1+1'), "'=1+1");
   assert.equal(csvText('@cmd'), "'@cmd");
   assert.equal(csvText('+x'), "'+x");
-  assert.equal(csvText('-1.5'), '-1.5');
+  assert.equal(csvText('-1.5'), "'-1.5");
   assert.equal(csvText('\tx'), "'\tx");
   assert.equal(csvText('\rx'), '"\'\rx"');
   assert.equal(csvText('a "b", c'), '"a ""b"", c"');
@@ -105,14 +105,37 @@ test('CSV has a line for each event and the columns of the program', () => {
 });
 
 test('JSON says of an event what the program says', () => {
-  const composite = all.find(event => report.subEvents(event).some(part => part >= 0)) as number;
-  const [event] = JSON.parse(toJson(report, Int32Array.of(composite))) as Record<string, unknown>[];
-  assert.equal(event?.['id'], report.id(composite));
-  assert.equal(event?.['begin'], report.clock.full(report.begin(composite)));
-  assert.equal(
-    (event?.['sub_events'] as unknown[]).length,
-    report.subEvents(composite).filter(part => part >= 0).length,
-  );
+  const { data } = hall({ actors: 6, events: 200, milliseconds: 300_000 });
+  const composite = data.events.model.indexOf(4);
+  data.alarmNumbers = [0, 7, 8, 9];
+  data.texts[4] = 'a text of its own';
+  data.events.objects[composite] = [2, 1];
+  data.events.subEvents[composite] = [-1, 3];
+  data.events.subEventIds[composite] = [77, 3];
+  const other = new Report(data, []);
+  const [event] = JSON.parse(toJson(other, Int32Array.of(composite))) as unknown[];
+  assert.deepEqual(event, {
+    id: composite,
+    name: 'LongVisit',
+    kind: 'CompositeState',
+    alarm_level: 'URGENT',
+    alarm: 7,
+    text: 'a text of its own',
+    confidence: data.events.confidence[composite],
+    begin: other.clock.full(other.begin(composite)),
+    begin_frame: data.events.beginFrame[composite],
+    end: other.clock.full(other.eventEnd(composite)),
+    end_frame: data.events.endFrame[composite],
+    duration: other.duration(composite) / 1000,
+    objects: [
+      { variable: 'p', type: 'Person', id: 2, name: '' },
+      { variable: 'z', type: 'Zone', id: 1, name: 'Waiting area' },
+    ],
+    sub_events: [
+      { variable: 'c1', id: 77, name: 'InZone' },
+      { variable: 'c2', id: 3, name: 'Waits' },
+    ],
+  });
 });
 
 test('a confidence that is no number is sorted below all and exported as the program does', () => {

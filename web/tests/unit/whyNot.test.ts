@@ -8,7 +8,7 @@ import { hall } from '../fixture';
 
 const kMinute = 60_000;
 
-function model(name: string, components: [string, number][], constraints = 0): Model {
+function model(name: string, components: [string, number, string][], constraints = 0): Model {
   return {
     name,
     kind: 0,
@@ -16,7 +16,7 @@ function model(name: string, components: [string, number][], constraints = 0): M
     alarmText: '',
     text: '',
     objects: [],
-    components: components.map(([variable, part]) => ({ name: variable, model: part })),
+    components: components.map(([variable, part, modelName]) => ({ name: variable, model: part, modelName })),
     constraints: Array.from({ length: constraints }, (_, i) => ({ text: `c${i}`, pure: i === 0 })),
   };
 }
@@ -42,7 +42,11 @@ function said(models: Model[], bins: (WhyNotBin | null)[][], change?: (report: R
 }
 
 test('a component that was never recognised is told with its own reasons', () => {
-  const models = [model('Meeting', [['c1', 1]]), model('Near', [['c2', 2]]), model('Stands', [], 2)];
+  const models = [
+    model('Meeting', [['c1', 1, 'Near']]),
+    model('Near', [['c2', 2, 'Stands']]),
+    model('Stands', [], 2),
+  ];
   const constraints = [{ first_false: 3 }, { first_false: 8 }];
   assert.deepEqual(said(models, [[bin()], [bin()], [bin({ candidates: 11, constraints })]]), [
     'Meeting was not recognised from 0 s to 60 s.',
@@ -63,7 +67,7 @@ test('a type is unseen that is unseen in every bin with a frame', () => {
 });
 
 test('components that were recognised without a candidate were never together', () => {
-  const models = [model('Meeting', [['c1', 1]]), model('Near', [])];
+  const models = [model('Meeting', [['c1', 1, 'Near']]), model('Near', [])];
   const add = ({ data: { events } }: Report): void => {
     events.id.push(5);
     events.model.push(1);
@@ -113,7 +117,7 @@ test('the nearest is told with all that was false', () => {
 });
 
 test('a model that contains itself, and one without frames, are told and done with', () => {
-  const circle = [model('A', [['c1', 1]]), model('B', [['c2', 0]])];
+  const circle = [model('A', [['c1', 1, 'B']]), model('B', [['c2', 0, 'A']])];
   assert.deepEqual(said(circle, [[bin()], [bin()]]).slice(1), [
     'A needs c1 (B), which was never recognised.',
     'B needs c2 (A), which was never recognised.',
@@ -123,7 +127,7 @@ test('a model that contains itself, and one without frames, are told and done wi
 
 test('an event that recognition may look back at is there for the whole', () => {
   const { data } = hall({ actors: 1, events: 0, milliseconds: 4 * kMinute });
-  data.models = [model('Meeting', [['c1', 1]]), model('Near', [])];
+  data.models = [model('Meeting', [['c1', 1, 'Near']]), model('Near', [])];
   data.events = { ...data.events, id: [5], model: [1], begin: [1000], end: [90_000] };
   const report = new Report(data, []);
   const bins = Array.from({ length: 4 }, () => bin());
