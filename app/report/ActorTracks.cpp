@@ -69,6 +69,14 @@ TrackPrecision TrackPrecision::ofScene(double side)
     return {departure / kQuanta, departure};
 }
 
+// A detector misses somebody for a few frames: that is no going away.
+bool ActorTracks::isAfterGap(const Track& track, std::int64_t time) const
+{
+    constexpr std::int64_t kBridged = 1000;
+    return !track.places.empty() && track.nextFrame != m_frames &&
+           time - track.places.back().time > kBridged;
+}
+
 void ActorTracks::addFrame(const TrackFrame& frame, std::int64_t time)
 {
     for (const TrackedActor& seen : frame.actors) {
@@ -81,7 +89,7 @@ void ActorTracks::addFrame(const TrackFrame& frame, std::int64_t time)
         if (!seen.position) {
             continue;
         }
-        if (!track.places.empty() && track.nextFrame != m_frames) {
+        if (isAfterGap(track, time)) {
             track.gaps.push_back(track.places.size());
         }
         track.places.push_back({time, seen.position->x, seen.position->y});

@@ -54,13 +54,14 @@ private:
     struct Track
     {
         Actor actor;
-        // Indexes of places before which the actor was not in every frame.
+        // Indexes of places before which the actor was out of view for more than a second.
         std::vector<std::size_t> gaps;
         std::vector<Place> places;
         // The frame after the last one in which it had a place.
         std::size_t nextFrame = 0;
     };
 
+    bool isAfterGap(const Track& track, std::int64_t time) const;
     static void appendTrack(const Track& track, const TrackPrecision& precision, std::string& text);
 
     std::map<int, Track> m_tracks;

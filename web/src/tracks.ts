@@ -95,11 +95,16 @@ export function trail(track: Track, from: number, to: number): Point[][] {
 
 // Times between which the actor was seen without a break.
 export function sightings(track: Track): [number, number][] {
+  return sightingsOf(track).map(([first, last]) => [track.t[first] as number, track.t[last] as number]);
+}
+
+// The first and the last key point of each sighting.
+export function sightingsOf(track: Track): [number, number][] {
   const spans: [number, number][] = [];
   let begin = 0;
   for (let i = 1; i <= track.t.length; i += 1) {
     if (i === track.t.length || track.afterGap[i]) {
-      spans.push([track.t[begin] as number, track.t[i - 1] as number]);
+      spans.push([begin, i - 1]);
       begin = i;
     }
   }

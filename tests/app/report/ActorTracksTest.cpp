@@ -42,16 +42,28 @@ TEST(ActorTracks, WriteKeyPointsAsDifferencesInOrderOfTheActors)
         R"({"t":[0,40,40],"x":[100,50,0],"y":[200,0,-100],"gap":[]}]})");
 }
 
-TEST(ActorTracks, TellWhereAnActorWasOutOfView)
+TEST(ActorTracks, TellWhereAnActorWasOutOfViewForMoreThanASecond)
 {
     ActorTracks tracks;
     addFrame(tracks, 0, {actorAt(1, 0, 0)});
     addFrame(tracks, 40, {});
-    addFrame(tracks, 80, {actorAt(1, 0, 0)});
-    addFrame(tracks, 120, {actorAt(1, 0, 0)});
+    addFrame(tracks, 1000, {actorAt(1, 5, 0)});
+    addFrame(tracks, 1040, {});
+    addFrame(tracks, 2001, {actorAt(1, 5, 0)});
+    addFrame(tracks, 2041, {actorAt(1, 5, 0)});
     const auto json = nlohmann::json::parse(tracks.json(kMetres));
-    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({0, 80, 40}));
-    EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({1}));
+    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({0, 1000, 1001, 40}));
+    EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({2}));
+}
+
+TEST(ActorTracks, HaveNoGapBetweenFramesHoweverSlowTheyCome)
+{
+    ActorTracks tracks;
+    addFrame(tracks, 0, {actorAt(1, 0, 0)});
+    addFrame(tracks, 5000, {actorAt(1, 1, 0)});
+    const auto json = nlohmann::json::parse(tracks.json(kMetres));
+    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({0, 5000}));
+    EXPECT_TRUE(json["actors"][0]["gap"].empty());
 }
 
 TEST(ActorTracks, TakeAnActorWithoutAPlaceForOutOfView)
@@ -62,12 +74,12 @@ TEST(ActorTracks, TakeAnActorWithoutAPlaceForOutOfView)
     addFrame(tracks, 0, {unplaced});
     addFrame(tracks, 40, {actorAt(1, 5, 0)});
     addFrame(tracks, 80, {unplaced});
-    addFrame(tracks, 120, {actorAt(1, 5, 0)});
+    addFrame(tracks, 1120, {actorAt(1, 5, 0)});
     const auto json = nlohmann::json::parse(tracks.json(kMetres));
-    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({40, 80}));
+    EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({40, 1080}));
     EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({1}));
     EXPECT_EQ(tracks.actors().at(1).first, 0);
-    EXPECT_EQ(tracks.actors().at(1).last, 120);
+    EXPECT_EQ(tracks.actors().at(1).last, 1120);
     EXPECT_EQ(tracks.actors().at(1).type, "PERSON");
 }
 

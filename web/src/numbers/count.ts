@@ -1,5 +1,6 @@
 import type { Report } from '../report';
 import { tickStep } from '../time';
+import { sightings } from '../tracks';
 
 export interface ModelCount {
   model: number;
@@ -58,12 +59,17 @@ function emptyBins(end: number, width: number): Series {
   };
 }
 
-// Actors between their first and last frame; one point where the number changes.
+// Actors that are in view, or where their ways are not known, between their first and last frame; one point where the
+// number changes.
 export function actorsOverTime(report: Report): Series {
-  const changes = report.data.actors.flatMap(({ first, last }): [number, number][] => [
-    [first, 1],
-    [last, -1],
-  ]);
+  const changes = report.data.actors.flatMap(({ first, last }, actor): [number, number][] => {
+    const track = report.tracks[actor];
+    const seen = track ? sightings(track) : [];
+    return (seen.length > 0 ? seen : [[first, last] as const]).flatMap(([from, to]): [number, number][] => [
+      [from, 1],
+      [to, -1],
+    ]);
+  });
   changes.sort((a, b) => a[0] - b[0] || b[1] - a[1]);
   const series: Series = { times: [0], values: [0] };
   let count = 0;

@@ -1,7 +1,8 @@
 import type { Point } from '../data';
-import type { Track } from '../tracks';
+import { sightingsOf, type Track } from '../tracks';
 
-// Lengths of the stays of an actor inside a polygon. A stay ends where the actor leaves it or is not seen any more.
+// Lengths of the stays of an actor inside a polygon. A stay ends where the actor leaves it or is not seen any more; who is seen
+// there at one moment only stays no time, and stays all the same.
 export function stays(track: Track, polygon: Point[]): number[] {
   const lengths: number[] = [];
   let since: number | undefined;
@@ -11,6 +12,11 @@ export function stays(track: Track, polygon: Point[]): number[] {
     }
     since = undefined;
   };
+  for (const [first, last] of sightingsOf(track)) {
+    if (first === last && isInside([track.x[first] as number, track.y[first] as number], polygon)) {
+      lengths.push(0);
+    }
+  }
   for (let i = 1; i < track.t.length; i += 1) {
     const start = track.t[i - 1] as number;
     const end = track.t[i] as number;

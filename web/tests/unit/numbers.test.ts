@@ -36,6 +36,11 @@ test('a gap ends a stay', () => {
   assert.deepEqual(stays(track([[0, 2, 2], [500, 3, 3], [2000, 4, 4], [2600, 5, 5]], [2]), square), [500, 600]); // prettier-ignore
 });
 
+test('who is seen in a zone at one moment only stays no time', () => {
+  const flicker = track([[0, 2, 2], [5000, 3, 3], [9000, 30, 3]], [1, 2]); // prettier-ignore
+  assert.deepEqual(stays(flicker, square), [0, 0]);
+});
+
 test('who passes by never stays', () => {
   assert.deepEqual(stays(track([[0, -10, 15], [3000, 20, 15]]), square), []); // prettier-ignore
   assert.deepEqual(stays(track([]), square), []);
@@ -92,6 +97,17 @@ test('actors over time begin and end with those that are there', () => {
   assert.equal(Math.max(...series.values), 9);
   assert.equal(series.values[series.values.length - 1], 0);
   assert.ok(series.times.every((time, i) => i === 0 || time >= (series.times[i - 1] as number)));
+});
+
+test('actors that are out of view are not counted', () => {
+  const { data } = hall({ actors: 2, events: 0, milliseconds: 10_000 });
+  data.actors = data.actors.map(actor => ({ ...actor, first: 0, last: 10_000 }));
+  const tracks = [
+    track([[0, 1, 1], [1000, 2, 2], [8000, 2, 2], [10_000, 3, 3]], [2]),
+    track([]),
+  ]; // prettier-ignore
+  const { times, values } = actorsOverTime(new Report(data, tracks));
+  assert.deepEqual([times, values], [[0, 1000, 8000, 10_000, 10_000], [2, 1, 2, 0, 0]]); // prettier-ignore
 });
 
 test('a histogram counts every length once', () => {
