@@ -105,6 +105,7 @@ private:
     std::unique_ptr<TrackReader> m_reader;
     RecognitionSetup m_setup;
     std::unique_ptr<rhmAbstractProcessEventRecognition> m_process;
+    std::optional<ScenePicture> m_picture;
     // Watches the process, and goes before it.
     std::optional<ReportRecorder> m_recorder;
     // Where there is an event file.
@@ -186,7 +187,8 @@ bool Run::checkOutputs()
     std::vector<RunFile> read{
         {"--tracks", m_options.tracks == "-" ? "/dev/stdin" : m_options.tracks},
         {"--params", m_options.parameterFile},
-        {"--homography", m_options.homography}};
+        {"--homography", m_options.homography},
+        {"--background", m_options.scene.background}};
     for (const RunFile& file : m_setup.neededFiles()) {
         read.push_back(file);
     }
@@ -204,6 +206,10 @@ bool Run::checkOutputs()
     const auto noReports = m_options.report.empty() ? std::nullopt : faultOfReports();
     if (noReports) {
         return fail(noReports->status, noReports->reason);
+    }
+    const auto noPicture = readPicture(m_options.scene, m_picture);
+    if (noPicture) {
+        return fail(noPicture->status, noPicture->reason);
     }
     if (hasEventFile() && eventFile.empty()) {
         return fail(kExitUsage, "saveXML3File needs a file name: XML3FileName is missing");
@@ -286,7 +292,9 @@ bool Run::startReport()
     if (view == nullptr) {
         return fail(kExitPlugin, "the plug-in does not tell what it does");
     }
-    m_recorder.emplace(*view, reportTerms(m_options, m_setup, *m_process));
+    ReportTerms terms = reportTerms(m_options, m_setup, *m_process);
+    terms.picture = std::move(m_picture);
+    m_recorder.emplace(*view, std::move(terms));
     return true;
 }
 
@@ -300,7 +308,6 @@ void Run::writeReport()
     if (fault) {
         fail(fault->status, fault->reason);
     }
-    m_recorder.reset();
 }
 
 bool Run::recognise()
@@ -441,14 +448,17 @@ bool Run::collect(const std::string& prolongation, const Step& step)
         const std::string name = m_options.events == "-" ? "standard output" : m_options.events;
         fail(kExitOutput, name + ": the events cannot be written");
     }
-    if (m_recorder) {
-        writeReport();
-    }
     if (m_options.hasStatistics) {
         m_statistics.setLostFrames(m_watch ? m_watch->lost() : 0);
         m_statistics.print(m_talk, m_problems);
     }
-    return judgeReading();
+    const bool isRead = judgeReading();
+    // A run that fails leaves an earlier page as it is.
+    if (m_recorder && !m_fault) {
+        writeReport();
+    }
+    m_recorder.reset();
+    return isRead;
 }
 
 bool Run::readFrames(EventCollector& collector, const Step& step)

@@ -33,6 +33,7 @@ void addTrackOptions(
         {"mot", TrackFormat::Mot},
         {"cvml", TrackFormat::Cvml},
         {"trajectory", TrackFormat::Trajectory}};
+    options.formatOption = formatOption;
     command
         .add_option(
             "--tracks", options.tracks, "Tracks, plain or gzip; - is standard input (" + need + ")")
@@ -70,6 +71,38 @@ void addTrackOptions(
     command.add_option("--type", options.type, "Type of objects whose tracks name none (PERSON)")
         ->type_name("NAME");
     command.add_flag("--strict", options.isStrict, "Stop at the first malformed line (status 4)");
+}
+
+void addSceneOptions(CLI::App& command, SceneOptions& options)
+{
+    command
+        .add_option(
+            "--background",
+            options.background,
+            "Picture of the scene from above, for the page: PNG or JPEG")
+        ->type_name("FILE")
+        ->check(notEmpty());
+    command
+        .add_option(
+            "--background-placement",
+            options.placement,
+            "Where the picture's lower left and upper right corner lie on the ground")
+        ->type_name("X0,Y0,X1,Y1")
+        ->check(notEmpty());
+    command.add_flag(
+        "--pixels",
+        options.isInPixels,
+        "The tracks are in pixels: y grows downwards on the page, lengths are no metres");
+}
+
+void checkSceneOptions(const SceneOptions& options)
+{
+    if (!options.background.empty() && options.placement.empty()) {
+        throw CLI::RequiresError("--background", "--background-placement");
+    }
+    if (options.background.empty() && !options.placement.empty()) {
+        throw CLI::RequiresError("--background-placement", "--background");
+    }
 }
 
 void addParameterOptions(CLI::App& command, RunOptions& options)
@@ -128,6 +161,7 @@ void addOutputOptions(CLI::App& command, RunOptions& options)
             "--report", options.report, "Also write a page that shows what happened and why (HTML)")
         ->type_name("FILE")
         ->check(notEmpty());
+    addSceneOptions(command, options.scene);
     addChoice(
         command,
         "--progress",
@@ -168,6 +202,13 @@ void checkTogether(const RunOptions& options)
     }
     if (options.isIsolated && !options.report.empty()) {
         throw CLI::ExcludesError("--report", "--isolate");
+    }
+    checkSceneOptions(options.scene);
+    if (options.report.empty() && !options.scene.background.empty()) {
+        throw CLI::RequiresError("--background", "--report");
+    }
+    if (options.report.empty() && options.scene.isInPixels) {
+        throw CLI::RequiresError("--pixels", "--report");
     }
     if (options.secondsPerFrame && !options.isIsolated) {
         throw CLI::RequiresError("--frame-timeout", "--isolate");

@@ -14,6 +14,16 @@ namespace scenariomatch
 
 enum class ProgressMode { Auto, On, Off };
 
+// How a page shows the scene.
+struct SceneOptions
+{
+    // A picture of the scene, and where it lies: both or none.
+    std::string background;
+    std::string placement;
+    // Lengths of the tracks are pixels, and y grows downwards.
+    bool isInPixels = false;
+};
+
 // What the command "run" is told.
 struct RunOptions
 {
@@ -21,6 +31,8 @@ struct RunOptions
     // "-" is standard input.
     std::string tracks;
     TrackFormat format = TrackFormat::Auto;
+    // What the option for it is called.
+    std::string formatOption = "--format";
     std::optional<double> framesPerSecond;
     // As written; empty for the default.
     std::string start;
@@ -39,6 +51,7 @@ struct RunOptions
     std::string trace;
     // File for the page; empty for none.
     std::string report;
+    SceneOptions scene;
     ProgressMode progress = ProgressMode::Auto;
     bool hasStatistics = false;
     // Nothing is recognised: tracks and events are left alone.
@@ -57,6 +70,11 @@ void addTrackOptions(
     RunOptions& options,
     const std::string& need,
     const std::string& formatOption);
+
+// Adds the options that say how a page shows the scene.
+void addSceneOptions(CLI::App& command, SceneOptions& options);
+// Throws where they do not go together.
+void checkSceneOptions(const SceneOptions& options);
 
 // Where the parameters come from that the options tell of. Nothing, and a fault, after a setting
 // that is none.

@@ -41,6 +41,7 @@ openRunTracks(const RunOptions& options, TrackProblems& problems, std::optional<
     readerOptions.format = options.format;
     readerOptions.framesPerSecond = options.framesPerSecond;
     readerOptions.defaultType = options.type;
+    readerOptions.formatOption = options.formatOption;
     if (!options.start.empty()) {
         const std::optional<TrackClock> start = parseClock(options.start);
         if (!start) {

@@ -118,7 +118,9 @@ std::unique_ptr<TrackReader> openTracks(
     }
     if (chosen.format == TrackFormat::Auto) {
         const bool isEmpty = input->buffered().find_first_not_of(kBlanks) == std::string_view::npos;
-        failure = {!isEmpty, "the format of the tracks is not known; name it with --format"};
+        failure = {
+            !isEmpty,
+            "the format of the tracks is not known; name it with " + options.formatOption};
         if (isEmpty) {
             failure.reason =
                 input->damage().empty() ? "there are no tracks in it" : input->damage();

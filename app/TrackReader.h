@@ -46,6 +46,8 @@ struct TrackReaderOptions
     // Type of objects whose tracks say nothing about it.
     std::string defaultType = "PERSON";
     TrackLimits limits;
+    // The command's option for the format, which a message names.
+    std::string formatOption = "--format";
 };
 
 // Why tracks cannot be read at all.

@@ -3,6 +3,7 @@
 
 option(SCENARIOMATCH_REPORT "Make the program able to write reports; needs Node.js and `npm ci` in web/" ON)
 if(NOT SCENARIOMATCH_REPORT)
+    message(STATUS "Reports: off; scenariomatch report and run --report will say that this program writes none")
     return()
 endif()
 

@@ -37,7 +37,6 @@ public:
 private:
     bool fail(const std::optional<RunFault>& fault);
     bool checkOutput();
-    bool readPicture();
     bool readEvents();
     bool recognise();
 
@@ -50,7 +49,8 @@ private:
 
 int Report::perform()
 {
-    const bool isReady = !fail(faultOfReports()) && readPicture() && readEvents() &&
+    const bool isReady = !fail(faultOfReports()) &&
+                         !fail(readPicture(m_options.input.scene, m_picture)) && readEvents() &&
                          m_replay.prepare() && checkOutput();
     if (isReady) {
         m_replay.setup().warn();
@@ -69,29 +69,6 @@ bool Report::fail(const std::optional<RunFault>& fault)
         m_replay.fail(fault->status, fault->reason);
     }
     return fault.has_value();
-}
-
-bool Report::readPicture()
-{
-    if (m_options.background.empty()) {
-        return true;
-    }
-    const auto placement = parsePlacement(m_options.placement);
-    if (!placement) {
-        return m_replay.fail(
-            kExitUsage,
-            fmt::format(
-                "--background-placement needs X0,Y0,X1,Y1, the lower left and the upper right "
-                "corner on the ground, not \"{}\"",
-                m_options.placement));
-    }
-    std::string error;
-    const std::optional<std::string> image = readImage(m_options.background, error);
-    if (!image) {
-        return m_replay.fail(kExitModel, error);
-    }
-    m_picture = ScenePicture{*image, *placement};
-    return true;
 }
 
 bool Report::readEvents()
@@ -116,7 +93,7 @@ bool Report::checkOutput()
         {"--params", input.parameterFile},
         {"--homography", input.homography},
         {"--events", m_options.events},
-        {"--background", m_options.background}};
+        {"--background", input.scene.background}};
     for (const RunFile& file : m_replay.setup().neededFiles()) {
         read.push_back(file);
     }
@@ -134,7 +111,6 @@ bool Report::recognise()
     }
     ReportTerms terms = reportTerms(m_options.input, m_replay.setup(), m_replay.process());
     terms.picture = std::move(m_picture);
-    terms.isInPixels = m_options.isInPixels;
     terms.events = std::move(m_events);
     ReportRecorder recorder(m_replay.view(), std::move(terms));
     const bool isShown = m_replay.showFrames(
@@ -156,12 +132,7 @@ void checkOptions(const ReportCommandOptions& options)
     if (options.input.tracks.empty()) {
         throw CLI::RequiredError("--tracks");
     }
-    if (!options.background.empty() && options.placement.empty()) {
-        throw CLI::RequiresError("--background", "--background-placement");
-    }
-    if (options.background.empty() && !options.placement.empty()) {
-        throw CLI::RequiresError("--background-placement", "--background");
-    }
+    checkSceneOptions(options.input.scene);
 }
 
 } // namespace
@@ -184,22 +155,7 @@ CLI::App* addReportCommand(CLI::App& program, ReportCommandOptions& options)
         ->type_name("FILE")
         ->required()
         ->check(notEmpty());
-    command
-        ->add_option(
-            "--background", options.background, "Picture of the scene from above: PNG or JPEG")
-        ->type_name("FILE")
-        ->check(notEmpty());
-    command
-        ->add_option(
-            "--background-placement",
-            options.placement,
-            "Where the picture's lower left and upper right corner lie on the ground")
-        ->type_name("X0,Y0,X1,Y1")
-        ->check(notEmpty());
-    command->add_flag(
-        "--pixels",
-        options.isInPixels,
-        "The tracks are in pixels: y grows downwards, lengths are no metres");
+    addSceneOptions(*command, options.input.scene);
     command->callback([&options] { checkOptions(options); });
     command->footer(footerText(
         {.description =

@@ -12,16 +12,11 @@ namespace scenariomatch
 // What the command "report" is told.
 struct ReportCommandOptions
 {
-    // Parameters and tracks.
+    // Parameters, tracks and how the scene is shown.
     RunOptions input;
     // Events to show instead of those that are recognised; empty for none.
     std::string events;
     std::string output;
-    // A picture of the scene, and where it lies: both or none.
-    std::string background;
-    std::string placement;
-    // Lengths of the tracks are pixels, and y grows downwards.
-    bool isInPixels = false;
 };
 
 // Adds the command to the program's command line; parsing fills the options, which must outlive it.

@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <fmt/format.h>
 #include <ostream>
 #include <system_error>
 
@@ -48,6 +49,30 @@ std::optional<RunFault> faultOfReports(std::string_view page)
         kExitUsage, "this program writes no reports: it was built with SCENARIOMATCH_REPORT=OFF"};
 }
 
+std::optional<RunFault>
+readPicture(const SceneOptions& options, std::optional<ScenePicture>& picture)
+{
+    if (options.background.empty()) {
+        return std::nullopt;
+    }
+    const auto placement = parsePlacement(options.placement);
+    if (!placement) {
+        return RunFault{
+            kExitUsage,
+            fmt::format(
+                "--background-placement needs X0,Y0,X1,Y1, the lower left and the upper right "
+                "corner on the ground, not \"{}\"",
+                options.placement)};
+    }
+    std::string error;
+    const std::optional<std::string> image = readImage(options.background, error);
+    if (!image) {
+        return RunFault{kExitModel, error};
+    }
+    picture = ScenePicture{*image, *placement};
+    return std::nullopt;
+}
+
 // What is wrong with the tracks is told when they are shown to the process.
 std::optional<std::int64_t> lengthOfTracks(const RunOptions& options)
 {
@@ -81,6 +106,7 @@ ReportTerms reportTerms(
     terms.modelTexts =
         readModelTexts(options.parameterFile, setup.parameterFile(), setup.parameters());
     terms.prolongation = numberOf(process, "constProlongation");
+    terms.isInPixels = options.scene.isInPixels;
     terms.lookBack = numberOf(process, "constTimeSearch");
     terms.mostCandidates = options.maximumCandidates;
     terms.length = lengthOfTracks(options);

@@ -20,6 +20,10 @@ std::optional<RunFault> faultOfReports(std::string_view page = reportTemplate())
 // can be read only once.
 std::optional<std::int64_t> lengthOfTracks(const RunOptions& options);
 
+// Reads the picture that is named, if one is. Why it cannot be used, or nothing.
+std::optional<RunFault>
+readPicture(const SceneOptions& options, std::optional<ScenePicture>& picture);
+
 // What a report of this process is told, without picture and without other events.
 ReportTerms reportTerms(
     const RunOptions& options,

@@ -317,6 +317,7 @@ TEST_F(ReportCommand, ShowsTheEventsOfAFile)
     EXPECT_EQ(columns["id"], json({0, 1, 90}));
     EXPECT_EQ(columns["model"], json({0, 0, 1}));
     EXPECT_EQ(columns["subEvents"][2], json::parse("[0]"));
+    EXPECT_EQ(columns["subEventIds"][2], json::parse("[0]"));
     EXPECT_EQ(report.data["models"][1]["name"], "Elsewhere");
     EXPECT_EQ(report.data["models"][1]["components"][0]["model"], 0);
     EXPECT_EQ(report.data["alarms"][columns["alarm"][2].get<std::size_t>()], "HIGH");
@@ -447,6 +448,61 @@ TEST_F(ReportCommand, IsWrittenByRunAsWell)
     const Outcome frames = runProgram("run " + kDoor + " --every-frame --report " + page);
     EXPECT_EQ(frames.out, runProgram("run " + kDoor + " --every-frame").out);
     EXPECT_EQ(contentOf(page), pageOf(kDoor));
+}
+
+TEST_F(ReportCommand, OfRunShowsThePicture)
+{
+    const std::string picture = temporary("plan.png");
+    write(picture, "\x89PNG\r\n\x1a\n...");
+    const std::string scene =
+        " --pixels --background " + picture + " --background-placement 0,8,9,0";
+    const std::string page = temporary("run.html");
+    const Outcome run = runProgram("run " + kDoor + scene + " --report " + page);
+    EXPECT_EQ(run.status, 0) << run.talk;
+    EXPECT_EQ(contentOf(page), pageOf(kDoor + scene));
+    const std::vector<std::tuple<std::string, int, std::string>> refused{
+        {scene, 2, "requires --report"},
+        {" --pixels", 2, "--pixels requires --report"},
+        {" --report x.html --background " + picture, 2, "requires --background-placement"},
+        {" --report x.html --background " + kFiles + "tracks.txt --background-placement 0,0,1,1",
+         3,
+         "neither PNG nor JPEG"},
+        {scene + " --report " + picture, 2, "--report would overwrite " + picture}};
+    for (const auto& [options, status, reason] : refused) {
+        const Outcome outcome = runProgram("run " + kDoor + options);
+        EXPECT_EQ(outcome.status, status) << options;
+        EXPECT_THAT(outcome.talk, HasSubstr(reason));
+    }
+}
+
+TEST_F(ReportCommand, OfRunLeavesAnEarlierPageWhereItFails)
+{
+    const std::string tracks = temporary("tracks.txt");
+    write(tracks, contentOf(kFiles + "tracks.txt") + "broken\n");
+    const std::string input = "--params " + kFiles + "params.yaml --tracks " + tracks;
+    for (const std::string command : {"run --report ", "report --output "}) {
+        const std::string page = temporary("page.html");
+        write(page, "earlier");
+        const Outcome strict = runProgram(fmt::format("{}{} {} --strict", command, page, input));
+        EXPECT_EQ(strict.status, 4) << strict.talk;
+        EXPECT_EQ(contentOf(page), "earlier");
+        const Outcome outcome = runProgram(fmt::format("{}{} {}", command, page, input));
+        EXPECT_EQ(outcome.status, 0) << outcome.talk;
+        EXPECT_NE(contentOf(page), "earlier");
+    }
+}
+
+TEST_F(ReportCommand, NamesItsOwnOptionForTheFormat)
+{
+    const std::string tracks = temporary("tracks.odd");
+    write(tracks, "what is this\n");
+    expectRefused(
+        "--params " + kFiles + "params.yaml --tracks " + tracks + " --output " +
+            temporary("page.html"),
+        2,
+        "the format of the tracks is not known; name it with --tracks-format");
+    const Outcome run = runProgram("run --params " + kFiles + "params.yaml --tracks " + tracks);
+    EXPECT_THAT(run.talk, HasSubstr("name it with --format\n"));
 }
 
 TEST_F(ReportCommand, OfRunOverwritesNothing)
