@@ -469,7 +469,7 @@ TEST_F(ReportCommand, OfRunShowsThePicture)
          "neither PNG nor JPEG"},
         {scene + " --report " + picture, 2, "--report would overwrite " + picture}};
     for (const auto& [options, status, reason] : refused) {
-        const Outcome outcome = runProgram("run " + kDoor + options);
+        const Outcome outcome = runProgram(fmt::format("run {}{}", kDoor, options));
         EXPECT_EQ(outcome.status, status) << options;
         EXPECT_THAT(outcome.talk, HasSubstr(reason));
     }
