@@ -2,7 +2,7 @@ import './style.css';
 import { load, wordsOf } from './load';
 import { buildPage } from './page';
 import { applyTheme, preferredTheme } from './ui/theme';
-import { element } from './ui/dom';
+import { element, plain } from './ui/dom';
 
 // A page that cannot show its data says why.
 function tell(error: unknown): HTMLElement {
@@ -19,7 +19,7 @@ function tell(error: unknown): HTMLElement {
 async function start(place: HTMLElement): Promise<void> {
   try {
     const loaded = await load();
-    document.title = `${loaded.report.data.title || 'Report'} – ScenarioMatch`;
+    document.title = plain(`${loaded.report.data.title || 'Report'} – ScenarioMatch`);
     place.replaceChildren(buildPage(loaded));
   } catch (error) {
     place.replaceChildren(tell(error));

@@ -43,7 +43,7 @@ function playKeys({ player }: Views): Shortcut[] {
   ];
 }
 
-function eventKeys({ list, store, timeline, tabs }: Views): Shortcut[] {
+function eventKeys({ list, store, timeline, plan, tabs }: Views): Shortcut[] {
   return [
     key(['n', 'j'], 'N', 'Next event of the list', () => list.select(list.neighbour(1))),
     key(['p', 'k'], 'P', 'Previous event of the list', () => list.select(list.neighbour(-1))),
@@ -52,7 +52,13 @@ function eventKeys({ list, store, timeline, tabs }: Views): Shortcut[] {
         timeline.showEvent(store.state.selected);
       }
     }),
-    key(['Escape'], 'Esc', 'Select nothing', () => store.set({ selected: -1 })),
+    key(['Escape'], 'Esc', 'Select nothing', () => {
+      store.set({ selected: -1 });
+      plan.unpin();
+    }),
+    key(['a', 'A'], 'A', 'Keep the ring at the next who is there; at the one before with shift', event =>
+      plan.pinNext(event.shiftKey ? -1 : 1),
+    ),
     key(['/'], '/', 'Search events', () => {
       tabs.choose(0);
       list.focusSearch();

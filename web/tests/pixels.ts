@@ -1,9 +1,16 @@
 import type { Page } from 'playwright-core';
 
-// How many pixels of a canvas have a colour of three parts. A copy is read, so that the page's own canvas stays as it is.
-export async function countPixels(page: Page, selector: string, colour: number[]): Promise<number> {
+// How many pixels of a canvas have a colour, and the middle of them in shares of its width and height.
+export interface Pixels {
+  count: number;
+  x: number;
+  y: number;
+}
+
+// A colour has three parts, each of which may be off by so much. A copy is read, so that the page's own canvas stays as it is.
+export async function pixelsLike(page: Page, selector: string, colour: number[], off = 0): Promise<Pixels> {
   return page.evaluate(
-    ([place, parts]) => {
+    ([place, parts, most]) => {
       const canvas = document.querySelector<HTMLCanvasElement>(place);
       const copy = document.createElement('canvas');
       const context = copy.getContext('2d', { willReadFrequently: true });
@@ -14,13 +21,17 @@ export async function countPixels(page: Page, selector: string, colour: number[]
       copy.height = canvas.height;
       context.drawImage(canvas, 0, 0);
       const { data } = context.getImageData(0, 0, copy.width, copy.height);
-      let count = 0;
+      const sum = { count: 0, x: 0, y: 0 };
       for (let i = 0; i < data.length; i += 4) {
-        count += Number(parts.every((part, j) => data[i + j] === part));
+        if (parts.every((part, j) => Math.abs((data[i + j] as number) - part) <= most)) {
+          sum.count += 1;
+          sum.x += ((i / 4) % copy.width) / copy.width;
+          sum.y += Math.floor(i / 4 / copy.width) / copy.height;
+        }
       }
-      return count;
+      return { count: sum.count, x: sum.x / sum.count, y: sum.y / sum.count };
     },
-    [selector, colour] as const,
+    [selector, colour, off] as const,
   );
 }
 

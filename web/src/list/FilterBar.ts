@@ -1,6 +1,7 @@
 import type { Report } from '../report';
 import { choice, element, labelled, button } from '../ui/dom';
-import { kNoFilter, type Filter } from './filter';
+import { kNoFilter, kWithoutAlarm, type Filter } from './filter';
+import { kColumnNames, type Column, type Order } from './sort';
 
 const kTypingPause = 120;
 
@@ -12,11 +13,21 @@ export class FilterBar {
   private readonly more: HTMLElement;
   private readonly toggle: HTMLButtonElement;
   private readonly clearing = button('Clear filters', { class: 'quiet' }, () => this.clear());
+  private readonly column = choice('Sort by', kColumnNames, () => this.sorted());
+  private readonly direction = choice(
+    'Direction',
+    [
+      ['false', 'Rising'],
+      ['true', 'Falling'],
+    ],
+    () => this.sorted(),
+  );
   private pause = 0;
 
   constructor(
     private readonly report: Report,
     private readonly changed: (filter: Filter) => void,
+    private readonly sort: (order: Order) => void,
   ) {
     this.search = element('input', {
       class: 'search',
@@ -74,7 +85,7 @@ export class FilterBar {
     this.more.replaceChildren(
       this.select('Model', 'All models', named(data.models.map(model => model.name)), 'model'),
       this.select('Kind', 'All kinds', named(data.kinds), 'kind'),
-      this.select('Alarm from', 'Any', named(data.alarms), 'alarm'),
+      this.select('Alarm', 'Any', this.alarms(), 'alarm'),
       this.select('Actor', 'Everybody', actors, 'actor'),
       this.select('Zone or thing', 'Any', zones, 'zone'),
       this.timeField('From', 'from'),
@@ -82,7 +93,27 @@ export class FilterBar {
       this.lengthField('At least, s', 'shortest'),
       this.lengthField('At most, s', 'longest'),
       this.clearing,
+      labelled('Sort by', this.column),
+      labelled('Direction', this.direction),
     );
+  }
+
+  private alarms(): [string, string][] {
+    const levels = this.report.data.alarms.map((name, index): [string, string] => [
+      String(index),
+      index + 1 < this.report.data.alarms.length ? `${name} or more` : name,
+    ]);
+    return [[String(kWithoutAlarm), 'No alarm'], ...levels];
+  }
+
+  // Shows how the list is sorted.
+  setOrder({ column, isDown }: Order): void {
+    this.column.value = column;
+    this.direction.value = String(isDown);
+  }
+
+  private sorted(): void {
+    this.sort({ column: this.column.value as Column, isDown: this.direction.value === 'true' });
   }
 
   private select(

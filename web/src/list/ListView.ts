@@ -2,7 +2,7 @@ import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText, trimmedOrDash } from '../time';
 import { alarmStep } from '../ui/colours';
-import { button, element } from '../ui/dom';
+import { button, element, plain } from '../ui/dom';
 import { download } from '../ui/download';
 import { toCsv, toJson } from './exportEvents';
 import { passing, kNoFilter, type Filter } from './filter';
@@ -15,6 +15,7 @@ const kColumns: [Column, string][] = [
   ['begin', 'Begin'],
   ['duration', 'Lasts'],
   ['model', 'Model'],
+  ['kind', 'Kind'],
   ['objects', 'Who'],
   ['alarm', 'Alarm'],
   ['confidence', 'Conf.'],
@@ -37,10 +38,14 @@ export class ListView {
     private readonly report: Report,
     private readonly store: Store,
   ) {
-    this.filters = new FilterBar(report, filter => {
-      this.filter = filter;
-      this.update();
-    });
+    this.filters = new FilterBar(
+      report,
+      filter => {
+        this.filter = filter;
+        this.update();
+      },
+      order => this.sort(order),
+    );
     this.body = element('div', { class: 'rows', attributes: { role: 'rowgroup' } });
     this.grid = element(
       'div',
@@ -105,8 +110,12 @@ export class ListView {
   }
 
   private sortBy(column: Column): void {
-    const isDown = this.order.column === column ? !this.order.isDown : false;
-    this.order = { column, isDown };
+    this.sort({ column, isDown: this.order.column === column && !this.order.isDown });
+  }
+
+  private sort(order: Order): void {
+    this.order = order;
+    this.filters.setOrder(order);
     this.update();
   }
 
@@ -158,10 +167,11 @@ export class ListView {
       class: `level level-${level < 0 ? 'none' : alarmStep(level)}`,
       text: level < 0 ? '–' : report.alarmName(level),
     });
-    const texts: Record<Column, string | Node> = {
+    const texts: Partial<Record<Column, string | Node>> = {
       begin: report.clock.tenths(report.begin(event)),
       duration: durationText(report.duration(event)),
       model: report.model(event).name,
+      kind: report.kindName(report.model(event)),
       objects: report.bindings(event),
       alarm,
       confidence: trimmedOrDash(report.data.events.confidence[event], 2),
@@ -178,7 +188,7 @@ export class ListView {
         },
         on: { click: () => this.select(event) },
       },
-      kColumns.map(([column]) => cell(column, texts[column])),
+      kColumns.map(([column]) => cell(column, texts[column] ?? '')),
     );
     made.style.top = `${row * kRowHeight}px`;
     return made;
@@ -231,7 +241,7 @@ export class ListView {
 function cell(column: Column, content: string | Node): HTMLElement {
   const made = element('div', { class: `cell ${column}`, attributes: { role: 'gridcell' } }, [content]);
   if (typeof content === 'string') {
-    made.title = content;
+    made.title = plain(content);
   }
   return made;
 }

@@ -1,6 +1,9 @@
 import type { Report } from '../report';
 
-// What the list shows. -1 and undefined do not limit.
+// Of the alarm: events without one.
+export const kWithoutAlarm = -2;
+
+// What the list shows. -1 and undefined do not limit; an alarm is the least that passes.
 export interface Filter {
   words: string;
   model: number;
@@ -53,8 +56,12 @@ function passesModel(report: Report, event: number, filter: Filter): boolean {
   return (
     (filter.model < 0 || report.data.events.model[event] === filter.model) &&
     (filter.kind < 0 || report.model(event).kind === filter.kind) &&
-    (filter.alarm < 0 || report.alarm(event) >= filter.alarm)
+    passesAlarm(report.alarm(event), filter.alarm)
   );
+}
+
+function passesAlarm(alarm: number, least: number): boolean {
+  return least === kWithoutAlarm ? alarm < 0 : least < 0 || alarm >= least;
 }
 
 // An event passes that touches the time asked for.

@@ -1,6 +1,28 @@
 import type { Report } from '../report';
 
-export type Column = 'begin' | 'duration' | 'model' | 'alarm' | 'objects' | 'confidence';
+export type Column =
+  | 'begin'
+  | 'duration'
+  | 'model'
+  | 'kind'
+  | 'actor'
+  | 'zone'
+  | 'objects'
+  | 'alarm'
+  | 'confidence';
+
+// All that events can be sorted by, with the words for it.
+export const kColumnNames: [Column, string][] = [
+  ['begin', 'Begin'],
+  ['duration', 'Duration'],
+  ['model', 'Model'],
+  ['kind', 'Kind'],
+  ['actor', 'Actor'],
+  ['zone', 'Zone or thing'],
+  ['objects', 'Who'],
+  ['alarm', 'Alarm'],
+  ['confidence', 'Confidence'],
+];
 
 export interface Order {
   column: Column;
@@ -39,9 +61,24 @@ function keysOf(report: Report, events: Int32Array, column: Column): Float64Arra
       return Float64Array.from(events, event => report.data.events.confidence[event] ?? -1);
     case 'model':
       return ranked(Array.from(events, event => report.model(event).name));
+    case 'kind':
+      return ranked(Array.from(events, event => report.kindName(report.model(event))));
+    case 'actor':
+      return ranked(Array.from(events, event => namesOf(report, event, 'actor')));
+    case 'zone':
+      return ranked(Array.from(events, event => namesOf(report, event, 'scene')));
     case 'objects':
       return ranked(Array.from(events, event => report.bindings(event)));
   }
+}
+
+// Those of one sort that take part. Events without any stand first.
+function namesOf(report: Report, event: number, kind: 'actor' | 'scene'): string {
+  return report
+    .participants(event)
+    .filter(participant => participant.kind === kind)
+    .map(participant => report.participantName(participant))
+    .join(' ');
 }
 
 // Each text is compared with the different ones only once.

@@ -3,7 +3,7 @@ import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText, trimmed } from '../time';
 import { readPalette, type Palette } from '../ui/colours';
-import { choice, element } from '../ui/dom';
+import { choice, element, plain } from '../ui/dom';
 import { lengthChart, timeChart } from './charts';
 import { actorsOverTime, binWidth, countsOfModels, eventsPerBin, histogram, median } from './count';
 import { stays } from './dwell';
@@ -156,7 +156,7 @@ export class NumbersView {
     zone.lengths ??= this.report.tracks.flatMap(track => stays(track, shape));
     const { lengths } = zone;
     if (lengths.length === 0) {
-      this.dwellFacts.textContent = `Nobody was in ${zone.name}.`;
+      this.dwellFacts.textContent = plain(`Nobody was in ${zone.name}.`);
       this.dwell.setAttribute('aria-label', this.dwellFacts.textContent);
       return;
     }
@@ -168,6 +168,9 @@ export class NumbersView {
     const middles = counts.map((_, i) => ((edges[i] as number) + (edges[i + 1] as number)) / 2);
     const end = edges[edges.length - 1] ?? 1;
     this.charts.push(lengthChart(this.dwell, [middles, counts], { ...look, end }));
-    this.dwell.setAttribute('aria-label', `Lengths of stays in ${zone.name}: ${this.dwellFacts.textContent}`);
+    this.dwell.setAttribute(
+      'aria-label',
+      plain(`Lengths of stays in ${zone.name}: ${this.dwellFacts.textContent}`),
+    );
   }
 }

@@ -6,7 +6,7 @@ import { Surface } from '../ui/canvas';
 import { readPalette, type Palette } from '../ui/colours';
 import { element, tool } from '../ui/dom';
 import { isForPage, onDrag } from '../ui/drag';
-import { drawActors } from './drawActors';
+import { actorsAt, drawActors } from './drawActors';
 import { drawBackground, drawScaleBar, drawScene } from './drawScene';
 import { legend } from './legend';
 import { boxOf, fit, panned, toScreen, zoomed, type Box, type Projection } from './projection';
@@ -28,6 +28,7 @@ export class PlanView {
   private down: boolean;
   private places: { actor: number; at: Point }[] = [];
   private pinned = -1;
+  private readonly said = element('p', { class: 'unseen', attributes: { role: 'status' } });
   private picture: HTMLImageElement | undefined;
 
   constructor(
@@ -42,7 +43,8 @@ export class PlanView {
       attributes: {
         tabindex: '0',
         role: 'application',
-        'aria-label': 'Plan of the scene. Arrow keys move it, plus and minus zoom, F fits it.',
+        'aria-label':
+          'Plan of the scene. Arrow keys move it, plus and minus zoom, F fits it, A goes from one to the next who is there.',
       },
     });
     this.root = element('section', { class: 'plan', attributes: { 'aria-label': 'Plan' } }, [
@@ -50,6 +52,7 @@ export class PlanView {
       legend(report),
       this.tools(),
       ...this.notes(),
+      this.said,
     ]);
     this.surface = new Surface(
       stage,
@@ -124,6 +127,16 @@ export class PlanView {
         this.picture = picture;
         this.surface.redraw();
       });
+      // The program has looked at the first bytes only.
+      picture.addEventListener('error', () =>
+        this.root.append(
+          element('p', {
+            class: 'problem plan-problem',
+            text: 'The picture of the scene cannot be shown: this browser cannot decode it.',
+            attributes: { role: 'alert' },
+          }),
+        ),
+      );
       picture.src = background.image;
     }
   }
@@ -186,15 +199,38 @@ export class PlanView {
   // A click on somebody keeps the highlight there; one beside lets it go.
   private pick(at: Point): void {
     let best = kPickRadius;
-    this.pinned = -1;
+    let found = -1;
     for (const { actor, at: place } of this.places) {
       const distance = Math.hypot(place[0] - at[0], place[1] - at[1]);
       if (distance < best) {
         best = distance;
-        this.pinned = actor;
+        found = actor;
       }
     }
+    this.pin(found);
+  }
+
+  private pin(actor: number): void {
+    this.pinned = actor;
+    this.said.textContent = actor < 0 ? '' : `${this.report.actorName(actor)} has the ring.`;
     this.surface.redraw();
+  }
+
+  // Goes from one to the next of those who are there.
+  pinNext(step: number): void {
+    const present = actorsAt(this.report, this.store.state.time).map(({ actor }) => actor);
+    if (present.length === 0) {
+      this.pin(-1);
+      this.said.textContent = 'Nobody is there.';
+      return;
+    }
+    const at = present.indexOf(this.pinned);
+    const next = at < 0 ? (step > 0 ? 0 : -1) : at + step;
+    this.pin(present.at(next % present.length) as number);
+  }
+
+  unpin(): void {
+    this.pin(-1);
   }
 
   private resize(): void {

@@ -30,6 +30,9 @@ export class TimelineView {
   private top = 0;
   private gutter = 190;
   private isScrubbing = false;
+  // Of the line that keys have chosen; empty for none.
+  private currentKey = '';
+  private readonly said = element('p', { class: 'unseen', attributes: { role: 'status' } });
   private palette: Palette = readPalette();
 
   constructor(
@@ -45,12 +48,13 @@ export class TimelineView {
         tabindex: '0',
         role: 'application',
         'aria-label':
-          'Timeline of events; the list of events says the same as text. Arrow keys move it, plus and minus zoom.',
+          'Timeline of events; the list of events says the same as text. Left and right move it, plus and minus zoom, up and down choose a line, Enter opens or folds it.',
       },
     });
     this.root = element('section', { class: 'timeline', attributes: { 'aria-label': 'Timeline' } }, [
       stage,
       this.tooltip.root,
+      this.said,
     ]);
     this.surface = new Surface(
       stage,
@@ -160,6 +164,8 @@ export class TimelineView {
     stage.addEventListener('pointerleave', () => this.tooltip.hide());
     stage.addEventListener('wheel', event => this.wheel(event), { passive: false });
     stage.addEventListener('keydown', event => this.key(event));
+    stage.addEventListener('focus', () => this.surface.redraw());
+    stage.addEventListener('blur', () => this.surface.redraw());
   }
 
   private scrub(x: number): void {
@@ -196,16 +202,49 @@ export class TimelineView {
         this.setSpan(pannedSpan({ from, to }, step, this.report.end));
         break;
       case 'ArrowUp':
-        this.scrollTo(this.top - 44);
+        this.choose(-1);
         break;
       case 'ArrowDown':
-        this.scrollTo(this.top + 44);
+        this.choose(1);
+        break;
+      case 'Enter':
+        this.toggle(this.lines[this.currentLine()]);
+        this.sayCurrent();
         break;
       default:
         return;
     }
     event.preventDefault();
     event.stopPropagation();
+  }
+
+  private currentLine(): number {
+    return this.lines.findIndex(line => keyOf(line) === this.currentKey);
+  }
+
+  // The line above or below the current one, or the first in view.
+  private choose(step: number): void {
+    const at = this.currentLine();
+    const first = this.lines.findIndex(line => line.top >= this.top);
+    const next = at < 0 ? Math.max(0, first) : Math.max(0, Math.min(at + step, this.lines.length - 1));
+    const line = this.lines[next];
+    if (line) {
+      this.currentKey = keyOf(line);
+      this.sayCurrent();
+      const room = this.surface.height - kAxis;
+      const below = line.top + line.height - room;
+      this.scrollTo(Math.min(line.top, Math.max(below, this.top)));
+    }
+  }
+
+  private sayCurrent(): void {
+    const line = this.lines[this.currentLine()];
+    if (line) {
+      const { label, count } = wordsOf(line);
+      const events = line.kind === 'lane' ? counted(Number(count), 'event') : count;
+      const state = canToggle(line) ? [line.isOpen ? 'open' : 'folded'] : [];
+      this.said.textContent = [label, events, ...state].join(', ');
+    }
   }
 
   private click(x: number, y: number): void {
@@ -229,7 +268,7 @@ export class TimelineView {
   }
 
   private toggle(line: Line | undefined): void {
-    if (!line) {
+    if (!line || !canToggle(line)) {
       return;
     }
     const keys = line.kind === 'group' ? this.folded : this.opened;
@@ -373,6 +412,7 @@ export class TimelineView {
     }
     context.restore();
     visible.forEach(line => this.paintName(context, line));
+    this.paintCurrent(context);
     context.fillStyle = this.palette.line;
     context.fillRect(this.gutter - 1, this.top, 1, this.surface.height);
   }
@@ -401,7 +441,7 @@ export class TimelineView {
     context.fillStyle = this.palette.muted;
     context.fillText(count, this.gutter - 10, middle);
     const countWidth = context.measureText(count).width;
-    if (line.kind !== 'lane' || line.lane.rows > 1) {
+    if (canToggle(line)) {
       chevron(context, isGroup ? 12 : 22, middle, line.isOpen, this.palette.muted);
     }
     const left = isGroup ? 22 : 32;
@@ -409,6 +449,15 @@ export class TimelineView {
     const isMuted = line.kind === 'empty' || (line.kind === 'lane' && line.lane.events.length === 0);
     context.fillStyle = isMuted ? this.palette.muted : this.palette.ink;
     context.fillText(fitted(context, label, this.gutter - left - countWidth - 20), left, middle);
+  }
+
+  private paintCurrent(context: CanvasRenderingContext2D): void {
+    const line = this.lines[this.currentLine()];
+    if (line && document.activeElement === this.surface.host) {
+      context.strokeStyle = this.palette.accent;
+      context.lineWidth = 2;
+      context.strokeRect(3, line.top + 1, this.gutter - 6, line.height - 3);
+    }
   }
 
   private paintAxis(context: CanvasRenderingContext2D): void {
@@ -453,11 +502,19 @@ export class TimelineView {
   }
 }
 
+function canToggle(line: Line): boolean {
+  return line.kind !== 'lane' || line.lane.rows > 1;
+}
+
 function keyOf(line: Line): string {
   if (line.kind === 'lane') {
     return line.lane.key;
   }
   return line.kind === 'group' ? line.group.key : emptyKey(line.group);
+}
+
+function counted(count: number, one: string): string {
+  return `${count} ${one}${count === 1 ? '' : 's'}`;
 }
 
 function wordsOf(line: Line): { label: string; count: string } {
@@ -466,7 +523,7 @@ function wordsOf(line: Line): { label: string; count: string } {
   }
   const { label, lanes, empty } = line.group;
   return line.kind === 'group'
-    ? { label, count: String(lanes.length + empty.length) }
+    ? { label, count: counted(lanes.length + empty.length, line.group.key === 'actors' ? 'actor' : 'model') }
     : { label: 'without events', count: String(empty.length) };
 }
 

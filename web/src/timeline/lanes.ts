@@ -31,7 +31,7 @@ export function buildGroups(report: Report): LaneGroup[] {
   const order = report.data.models
     .map((_, model) => model)
     .sort((a, b) => (height[b] as number) - (height[a] as number) || a - b);
-  const groups = kindOrder(report.data.kinds).map(({ kind, name }) => {
+  const groups = kindOrder(report, height).map(({ kind, name }) => {
     const lanes = order
       .filter(model => report.data.models[model]?.kind === kind)
       .map(model =>
@@ -64,12 +64,23 @@ export function foldedAtFirst(groups: LaneGroup[]): Set<string> {
   );
 }
 
-function kindOrder(kinds: string[]): { kind: number; name: string }[] {
+// Kinds whose models stand higher come first: what an event is made of stands below it, of whatever kinds both are, unless
+// two kinds are made of each other.
+function kindOrder(report: Report, height: number[]): { kind: number; name: string }[] {
+  const { kinds, models } = report.data;
+  const most = kinds.map((_, kind) =>
+    models.reduce((top, model, i) => (model.kind === kind ? Math.max(top, height[i] as number) : top), 0),
+  );
   const rank = (name: string): number =>
     (name.startsWith('Composite') ? 0 : 2) + (name.endsWith('Event') ? 0 : 1);
   return kinds
     .map((name, kind) => ({ kind, name: words(name) }))
-    .sort((a, b) => rank(kinds[a.kind] ?? '') - rank(kinds[b.kind] ?? '') || a.kind - b.kind);
+    .sort(
+      (a, b) =>
+        (most[b.kind] as number) - (most[a.kind] as number) ||
+        rank(kinds[a.kind] ?? '') - rank(kinds[b.kind] ?? '') ||
+        a.kind - b.kind,
+    );
 }
 
 // CompositeEvent: Composite events

@@ -1,7 +1,7 @@
 import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText } from '../time';
-import { element } from './dom';
+import { element, plain } from './dom';
 
 // Says the selection to those who do not see it, and shows it in one line to those who do.
 export class Announcer {
@@ -33,7 +33,7 @@ export class Announcer {
     this.root.classList.remove('none');
     this.root.replaceChildren(
       element('strong', { text: `${report.model(event).name} #${report.id(event)}` }),
-      ` ${words.join(', ')}`,
+      plain(` ${words.join(', ')}`),
     );
   }
 }

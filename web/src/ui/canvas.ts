@@ -1,3 +1,5 @@
+import { plain } from './dom';
+
 const kPaperDensity = 2;
 
 // A canvas that fills its element and is drawn at most once per frame.
@@ -71,7 +73,8 @@ export class Surface {
 }
 
 // Shortens a text with an ellipsis until it fits.
-export function fitted(context: CanvasRenderingContext2D, text: string, width: number): string {
+export function fitted(context: CanvasRenderingContext2D, words: string, width: number): string {
+  const text = plain(words);
   if (context.measureText(text).width <= width) {
     return text;
   }

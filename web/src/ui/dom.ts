@@ -4,6 +4,13 @@ import { icon, type Icon } from './icons';
 
 type Child = Node | string;
 
+// Characters that turn the direction of writing round would let a name change how the words after it read.
+const kTurning = /[\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069]/g;
+
+export function plain(text: string): string {
+  return text.replace(kTurning, '\ufffd');
+}
+
 interface Options {
   class?: string;
   text?: string;
@@ -22,18 +29,18 @@ export function element<Name extends keyof HTMLElementTagNameMap>(
     made.className = options.class;
   }
   if (options.text !== undefined) {
-    made.textContent = options.text;
+    made.textContent = plain(options.text);
   }
   if (options.title) {
-    made.title = options.title;
+    made.title = plain(options.title);
   }
   for (const [key, value] of Object.entries(options.attributes ?? {})) {
-    made.setAttribute(key, value);
+    made.setAttribute(key, plain(value));
   }
   for (const [event, listener] of Object.entries(options.on ?? {})) {
     made.addEventListener(event, listener);
   }
-  made.append(...children);
+  made.append(...children.map(child => (typeof child === 'string' ? plain(child) : child)));
   return made;
 }
 

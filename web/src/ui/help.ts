@@ -5,6 +5,7 @@ const kMouse: [string, string][] = [
   ['Plan', 'drag to move, wheel to zoom, click somebody to keep the highlight there'],
   ['Timeline', 'drag to move, wheel to zoom in time, shift and wheel to move in time'],
   ['Names of lanes', 'click to open or fold, wheel to scroll'],
+  ['Keys on the timeline', '↑ and ↓ choose a line, Enter opens or folds it; ← and → move in time'],
   ['Time axis', 'click or drag to move the play bar'],
   ['Where the page scrolls', 'hold Ctrl for the wheel to zoom'],
 ];

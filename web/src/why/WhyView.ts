@@ -1,9 +1,10 @@
-import type { WhyData } from '../data';
+import type { Evidence, WhyData } from '../data';
 import type { Report } from '../report';
 import type { Store } from '../store';
 import { durationText } from '../time';
 import { choice, element, labelled } from '../ui/dom';
 import { evidenceDetails } from './evidenceDetails';
+import { secondsText } from './sentences';
 import { whyNot, windowOf } from './whyNot';
 import { whyNotDetails } from './whyNotDetails';
 
@@ -93,10 +94,23 @@ export class WhyView {
     return [
       ...parts,
       ...sentences,
+      ...this.merged(selected, evidence),
       evidenceDetails(evidence, id => this.choose(id)),
       this.partOf(selected),
       this.source(report.data.events.model[selected] as number),
     ];
+  }
+
+  // A merge clause gives an event another begin than the one that was recognised.
+  private merged(event: number, { begin }: Evidence): HTMLElement[] {
+    const from = this.report.begin(event);
+    if (Math.abs(from - (begin?.seconds ?? NaN) * 1000) < 1 || begin === undefined) {
+      return [];
+    }
+    const text =
+      `It is reported from ${secondsText(from / 1000)} to ${secondsText(this.report.eventEnd(event) / 1000)}: ` +
+      'its model merges it with an earlier event.';
+    return [element('p', { class: 'merged', text })];
   }
 
   private choose(id: number): void {

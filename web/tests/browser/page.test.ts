@@ -8,6 +8,7 @@ import { addChecker, findings } from '../accessibility';
 import { carrier, fill, kDataPlace, packed } from '../fill';
 import { hall, type Fixture } from '../fixture';
 import { launch, openPage, type Opened } from '../openPage';
+import { pictureOf, pixelsLike } from '../pixels';
 
 const kTemplate = process.env['REPORT_TEMPLATE'] as string;
 const kMostBytes = 400_000;
@@ -230,6 +231,29 @@ test('a sort that is chosen again turns round', async () => {
   await closed(opened);
 });
 
+test('the list is sorted by what has no column as well, and events without alarm are chosen', async () => {
+  const fixture = small();
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.getByRole('button', { name: 'Filter' }).click();
+  await page.getByLabel('Sort by', { exact: true }).selectOption({ label: 'Zone or thing' });
+  await page.getByLabel('Direction', { exact: true }).selectOption({ label: 'Falling' });
+  assert.match(await text(page, '.rows .cell.objects'), /z=Waiting area/);
+  await page.getByLabel('Sort by', { exact: true }).selectOption({ label: 'Alarm' });
+  assert.equal(await page.locator('[role=columnheader].alarm').getAttribute('aria-sort'), 'descending');
+  await page.locator('[role=columnheader].duration').getByRole('button').click();
+  assert.equal(await page.getByLabel('Sort by', { exact: true }).inputValue(), 'duration');
+  assert.equal(await page.getByLabel('Direction', { exact: true }).inputValue(), 'false');
+  await page.getByLabel('Alarm', { exact: true }).selectOption({ label: 'No alarm' });
+  const without = fixture.data.events.alarm.filter(alarm => alarm < 0).length;
+  assert.ok(without > 0);
+  await page.waitForFunction(
+    wanted => document.querySelector('.count')?.textContent === wanted,
+    `${without} of 120`,
+  );
+  await closed(opened);
+});
+
 test('why shows constraints and parts, and moves to a part', async () => {
   const fixture = small();
   const composite = fixture.data.events.subEvents.findIndex(parts => parts.some(part => part >= 0));
@@ -309,6 +333,193 @@ test('numbers count what the data has', async () => {
   assert.deepEqual(shown, expected);
   assert.equal(await page.locator('.numbers .uplot').count(), 3);
   assert.match(await text(page, '.run'), /candidates tested\s+1,234,567/);
+  await closed(opened);
+});
+
+const kPlan = '.plan canvas';
+const kTimeline = '.timeline canvas';
+
+async function drag(page: Page, selector: string, dx: number, dy: number): Promise<void> {
+  const box = await page.locator(selector).boundingBox();
+  assert.ok(box);
+  await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2);
+  await page.mouse.down();
+  await page.mouse.move(box.x + box.width / 2 + dx, box.y + box.height / 2 + dy, { steps: 4 });
+  await page.mouse.up();
+  // Away, so that nothing hovers.
+  await page.mouse.move(1, 1);
+}
+
+async function wheel(page: Page, selector: string, by: number): Promise<void> {
+  const box = await page.locator(selector).boundingBox();
+  assert.ok(box);
+  await page.mouse.move(box.x + box.width * 0.6, box.y + box.height / 2);
+  await page.mouse.wheel(0, by);
+  await page.mouse.move(1, 1);
+}
+
+test('plan and timeline are dragged and zoomed, and fit again', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  for (const [canvas, fit] of [
+    [kPlan, 'f'],
+    [kTimeline, '0'],
+  ] as const) {
+    const first = await pictureOf(page, canvas);
+    await wheel(page, canvas, -400);
+    const zoomed = await pictureOf(page, canvas);
+    assert.notEqual(zoomed, first, `${canvas} zooms`);
+    await drag(page, canvas, 90, 0);
+    const dragged = await pictureOf(page, canvas);
+    assert.notEqual(dragged, zoomed, `${canvas} moves`);
+    await drag(page, canvas, -90, 0);
+    await page.keyboard.press(fit);
+    assert.equal(await pictureOf(page, canvas), first, `${canvas} fits`);
+  }
+  await page.locator('.plan .stage').focus();
+  const before = await pictureOf(page, kPlan);
+  await page.keyboard.press('ArrowLeft');
+  assert.notEqual(await pictureOf(page, kPlan), before);
+  await page.keyboard.press('ArrowRight');
+  assert.equal(await pictureOf(page, kPlan), before);
+  await page.keyboard.press('+');
+  assert.notEqual(await pictureOf(page, kPlan), before);
+  await closed(opened);
+});
+
+test('lines of the timeline are chosen, opened and folded by keys', async () => {
+  const opened = await open(fill(template, { ...small() }));
+  const { page } = opened;
+  const said = (words: RegExp): Promise<unknown> =>
+    page.waitForFunction(
+      source => new RegExp(source).test(document.querySelector('.timeline [role=status]')?.textContent ?? ''),
+      words.source,
+    );
+  await page.locator('.timeline .stage').focus();
+  await page.keyboard.press('ArrowDown');
+  await said(/^Composite events, 2 models, open$/);
+  const open1 = await pictureOf(page, kTimeline);
+  await page.keyboard.press('Enter');
+  await said(/^Composite events, 2 models, folded$/);
+  assert.notEqual(await pictureOf(page, kTimeline), open1);
+  await page.keyboard.press('Enter');
+  await said(/open$/);
+  assert.equal(await pictureOf(page, kTimeline), open1);
+  await page.keyboard.press('ArrowDown');
+  await said(/^BagLeft, \d+ events/);
+  await page.keyboard.press('ArrowDown');
+  await said(/^without events, 1, folded$/);
+  await page.keyboard.press('Enter');
+  await page.keyboard.press('ArrowDown');
+  await said(/^NeverSeen, 0 events$/);
+  for (let i = 0; i < 40; i += 1) {
+    await page.keyboard.press('ArrowDown');
+  }
+  await said(/^PERSON 8, \d+ events/);
+  await page.keyboard.press('ArrowUp');
+  await said(/^PERSON 7, /);
+  await closed(opened);
+});
+
+test('the ring goes from one to the next by keys', async () => {
+  const fixture = small();
+  fixture.data.clock.end = 180_000;
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  const said = (): Promise<string> => page.locator('.plan [role=status]').innerText();
+  await page.keyboard.press('a');
+  assert.equal(await said(), 'Nobody is there.');
+  for (let i = 0; i < 9; i += 1) {
+    await page.keyboard.press('Shift+ArrowRight');
+  }
+  await page.waitForFunction(() => document.querySelector('.clock')?.textContent === '10:16:30.000');
+  const bare = await pictureOf(page, kPlan);
+  await page.keyboard.press('a');
+  const first = await said();
+  assert.match(first, /^PERSON \d has the ring\.$/);
+  const ringed = await pictureOf(page, kPlan);
+  assert.notEqual(ringed, bare);
+  await page.keyboard.press('a');
+  assert.notEqual(await said(), first);
+  await page.keyboard.press('Shift+A');
+  assert.equal(await said(), first);
+  assert.equal(await pictureOf(page, kPlan), ringed);
+  await page.keyboard.press('Escape');
+  assert.equal(await pictureOf(page, kPlan), bare);
+  await closed(opened);
+});
+
+// One pixel wide: red above blue.
+const kRedOverBlue =
+  'data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAACCAIAAAAW4yFwAAAADUlEQVR42mP4zwAC/wEIAAH/Bs6pJQAAAABJRU5ErkJggg==';
+
+test('the picture of the scene lies where it is placed, upright, in both themes', async () => {
+  for (const colorScheme of ['light', 'dark'] as const) {
+    for (const placement of [
+      [0, 0, 40, 24],
+      [0, 24, 40, 0],
+    ] as [number, number, number, number][]) {
+      const fixture = small();
+      fixture.data.scene.objects = [];
+      fixture.data.actors = [];
+      fixture.tracks.actors = [];
+      fixture.data.scene.background = { image: kRedOverBlue, placement };
+      const opened = await open(fill(template, { ...fixture }), { colorScheme });
+      const { page } = opened;
+      const share = colorScheme === 'light' ? 0.85 : 0.5;
+      const ground = colorScheme === 'light' ? [244, 246, 249] : [16, 20, 26];
+      const mixed = (colour: number[]): number[] =>
+        colour.map((part, i) => share * part + (1 - share) * (ground[i] as number));
+      const find = (colour: number[]): ReturnType<typeof pixelsLike> =>
+        pixelsLike(page, kPlan, mixed(colour), 4);
+      await page.waitForTimeout(100);
+      const [red, blue] = [await find([255, 0, 0]), await find([0, 0, 255])];
+      assert.ok(red.count > 5000 && blue.count > 5000, `${red.count} and ${blue.count} pixels`);
+      assert.ok(red.y < 0.5 && blue.y > 0.5, `red at ${red.y}, blue at ${blue.y}`);
+      assert.ok(Math.abs(red.x - 0.5) < 0.02);
+      await closed(opened);
+    }
+  }
+});
+
+test('a picture that no browser decodes is told, and the rest is shown', async () => {
+  const fixture = small();
+  fixture.data.scene.background = { image: 'data:image/png;base64,iVBORw0KGgo=', placement: [0, 0, 40, 24] };
+  const opened = await open(fill(template, { ...fixture }));
+  assert.match(await text(opened.page, '.plan-problem'), /cannot be shown: this browser cannot decode it/);
+  assert.equal(await text(opened.page, '.count'), '120 events');
+  await closed(opened);
+});
+
+test('an event that was merged with an earlier one tells both begins', async () => {
+  const fixture = small();
+  const evidence = fixture.why.events[0];
+  assert.ok(evidence);
+  evidence.begin = { seconds: 7.2 };
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.locator('.rows .row').first().click();
+  await page.keyboard.press('2');
+  assert.match(
+    await text(page, '.why-event .merged'),
+    /^It is reported from 0 s to [0-9.]+ s: its model merges it with an earlier event\.$/,
+  );
+  await closed(opened);
+});
+
+test('a name cannot turn round what is written after it', async () => {
+  const fixture = small();
+  fixture.data.scene.objects.forEach(object => {
+    object.name = '\u202Egnp.exe\u2066';
+  });
+  const opened = await open(fill(template, { ...fixture }));
+  const { page } = opened;
+  await page.locator('.rows .row', { hasText: 'InZone' }).first().click();
+  await page.keyboard.press('3');
+  await page.waitForSelector('.counts');
+  const html = await page.locator('#page').innerHTML();
+  assert.doesNotMatch(html, /[\u202a-\u202e\u2066-\u2069]/);
+  assert.match(html, /\ufffdgnp\.exe\ufffd/);
   await closed(opened);
 });
 

@@ -9,7 +9,7 @@ import { after, before, test } from 'node:test';
 import type { Browser, Page } from 'playwright-core';
 import { addChecker, findings } from '../accessibility';
 import { launch, openPage } from '../openPage';
-import { colourNamed, countPixels } from '../pixels';
+import { colourNamed, pixelsLike } from '../pixels';
 
 // What of an event's line the tests look at; all of it is compared.
 interface Line {
@@ -178,7 +178,7 @@ async function pointAt(page: Page, line: Line, recorded: { start: number; end: n
 
 // Pixels of the timeline in the colour of arrows and of the rims of parts.
 async function accentPixels(page: Page): Promise<number> {
-  return countPixels(page, '.timeline canvas', await colourNamed(page, 'accent'));
+  return (await pixelsLike(page, '.timeline canvas', await colourNamed(page, 'accent'))).count;
 }
 
 // A click on a bar selects its event, moves the time to it and draws arrows from its sub-events.

@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { csvText, toCsv, toJson } from '../../src/list/exportEvents';
-import { kNoFilter, passing, type Filter } from '../../src/list/filter';
-import { sorted } from '../../src/list/sort';
+import { kNoFilter, kWithoutAlarm, passing, type Filter } from '../../src/list/filter';
+import { kColumnNames, sorted } from '../../src/list/sort';
 import { rowsInView, scrollFor } from '../../src/list/window';
 import { Report } from '../../src/report';
 import { hall } from '../fixture';
@@ -43,6 +43,11 @@ test('each field lets through what it says', () => {
     kept({ from: 60_000, to: 90_000 }),
     those(event => report.eventEnd(event) >= 60_000 && report.begin(event) <= 90_000),
   );
+  assert.deepEqual(
+    kept({ alarm: kWithoutAlarm }),
+    those(event => report.alarm(event) === -1),
+  );
+  assert.ok(kept({ alarm: kWithoutAlarm }).length > 0 && kept({ alarm: 0 }).length > 0);
   assert.ok(kept({ model: 1 }).length > 0 && kept({ kind: 2 }).length > 0 && kept({ alarm: 1 }).length > 0);
 });
 
@@ -74,6 +79,29 @@ test('sorting goes both ways and leaves what is alike in the order of time', () 
       report.alarm(before) > report.alarm(after) ||
         (report.alarm(before) === report.alarm(after) && report.begin(before) <= report.begin(after)),
     );
+  }
+});
+
+test('events are sorted by every column, with each event once', () => {
+  const keys: Record<string, (event: number) => string | number> = {
+    kind: event => report.kindName(report.model(event)),
+    actor: event =>
+      report.participants(event).flatMap(one => (one.kind === 'actor' ? [one.index] : []))[0] ?? -1,
+    zone: event => /z=(.*)/.exec(report.bindings(event))?.[1] ?? '',
+    model: event => report.model(event).name,
+    begin: event => report.begin(event),
+  };
+  for (const [column] of kColumnNames) {
+    const order = [...sorted(report, all, { column, isDown: false })];
+    assert.deepEqual(
+      [...order].sort((a, b) => a - b),
+      [...all],
+      column,
+    );
+    const key = keys[column];
+    order.slice(1).forEach((event, i) => {
+      assert.ok(!key || key(order[i] as number) <= key(event), `${column}, row ${i}`);
+    });
   }
 });
 

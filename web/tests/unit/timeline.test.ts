@@ -20,6 +20,20 @@ test('composites stand above their components and actors at the end', () => {
   );
 });
 
+test('a state that is made of events stands above them', () => {
+  const { data } = hall({ actors: 2, events: 40, milliseconds: 60_000 });
+  data.models = data.models.map((model, i) => ({
+    ...model,
+    kind: i === 4 ? 3 : i === 5 ? 2 : model.kind,
+    components:
+      i === 5 ? [{ name: 'c1', model: 4, modelName: 'LongVisit' }] : i === 6 ? [] : model.components,
+  }));
+  assert.deepEqual(
+    buildGroups(new Report(data, [])).map(group => group.label),
+    ['Composite states', 'Composite events', 'Primitive events', 'Primitive states', 'Actors'],
+  );
+});
+
 test('models without events stand behind a line that opens', () => {
   const names = (opened: string[]): string[] =>
     layOut(groups, new Set(), new Set(opened)).flatMap(line =>
