@@ -15,6 +15,10 @@ export interface Size {
   actors: number;
   events: number;
   milliseconds: number;
+  // Milliseconds from one key point of a track to the next.
+  step?: number;
+  // How many events are explained.
+  explained?: number;
 }
 
 export interface Fixture {
@@ -26,6 +30,8 @@ export interface Fixture {
 const kHall = { width: 40, height: 24 };
 const kQuantum = 0.01;
 const kStep = 2000;
+const kExplained = 300;
+const kMetresPerSecond = 1.2;
 
 // A hall with people and bags who walk about, and events of some models that refer to each other.
 export function hall(size: Size, seed = 7): Fixture {
@@ -36,7 +42,7 @@ export function hall(size: Size, seed = 7): Fixture {
     const first = Math.floor(random.between(0, size.milliseconds * 0.3));
     const last = Math.floor(random.between(size.milliseconds * 0.7, size.milliseconds));
     actors.push({ id: i + 1, type: i % 5 === 4 ? 1 : 0, first, last });
-    tracks.push(walk(random, first, last));
+    tracks.push(walk(random, first, last, size.step ?? kStep));
   }
   const data: ReportData = {
     version: 1,
@@ -73,23 +79,23 @@ export function hall(size: Size, seed = 7): Fixture {
     statistics: { frames: 4501, 'candidates tested': 1_234_567 },
   };
   addEvents(data, random, size);
-  return { data, tracks: { quantum: kQuantum, actors: tracks }, why: explanations(data, size.milliseconds) };
+  return { data, tracks: { quantum: kQuantum, actors: tracks }, why: explanations(data, size) };
 }
 
-function walk(random: Random, first: number, last: number): CodedTrack {
+function walk(random: Random, first: number, last: number, step: number): CodedTrack {
   const track: CodedTrack = { t: [], x: [], y: [], gap: [] };
   let place: Point = [random.between(2, kHall.width - 2), random.between(2, kHall.height - 2)];
   let goal = place;
   let before = [0, 0, 0];
-  for (let time = first; time <= last; time += kStep) {
-    if (random.next() < 0.08) {
+  for (let time = first; time <= last; time += step) {
+    if (random.next() < (0.08 * step) / kStep) {
       goal = [random.between(1, kHall.width - 1), random.between(1, kHall.height - 1)];
     }
     const far = Math.hypot(goal[0] - place[0], goal[1] - place[1]);
-    const share = far > 0 ? Math.min(1, 2.4 / far) : 0;
+    const share = far > 0 ? Math.min(1, (kMetresPerSecond * step) / 1000 / far) : 0;
     place = [place[0] + share * (goal[0] - place[0]), place[1] + share * (goal[1] - place[1])];
     const now = [time, Math.round(place[0] / kQuantum), Math.round(place[1] / kQuantum)];
-    if (track.t.length > 0 && random.next() < 0.005) {
+    if (track.t.length > 0 && random.next() < (0.005 * step) / kStep) {
       track.gap.push(track.t.length);
     }
     track.t.push((now[0] as number) - (before[0] as number));
@@ -196,11 +202,13 @@ function addEvents(data: ReportData, random: Random, size: Size): void {
   }
 }
 
-function explanations(data: ReportData, milliseconds: number): WhyData {
+function explanations(data: ReportData, { milliseconds, explained }: Size): WhyData {
   const binWidth = Math.max(1000, Math.ceil(milliseconds / 120));
   const count = Math.ceil(milliseconds / binWidth);
   return {
-    events: data.events.id.map((_, event) => (event < 300 ? evidence(data, event) : null)),
+    events: data.events.id.map((_, event) =>
+      event < (explained ?? kExplained) ? evidence(data, event) : null,
+    ),
     binWidth,
     models: data.models.map(model => ({
       bins: Array.from({ length: count }, (_, bin) => ({

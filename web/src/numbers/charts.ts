@@ -59,6 +59,7 @@ function make(
     {
       width,
       height: kHeight,
+      padding: [null, 26, null, null],
       legend: { show: false },
       cursor: { show: false },
       select: { show: false, left: 0, top: 0, width: 0, height: 0 },

@@ -17,6 +17,7 @@ const kRightEdge = 8;
 const kWheelStep = 0.002;
 const kFont = '12px system-ui, sans-serif';
 const kReach = 3;
+const kLetter = 7;
 
 // All events over time, a lane for each model and each actor.
 export class TimelineView {
@@ -30,6 +31,7 @@ export class TimelineView {
   private top = 0;
   private gutter = 190;
   private isScrubbing = false;
+  private isOnPaper = false;
   // Of the line that keys have chosen; empty for none.
   private currentKey = '';
   private readonly said = element('p', { class: 'unseen', attributes: { role: 'status' } });
@@ -94,11 +96,13 @@ export class TimelineView {
   // On paper nothing scrolls: all lines that fit are shown.
   layOnPaper(width: number, most: number): void {
     this.palette = readPalette();
+    this.isOnPaper = true;
     this.surface.hold(width, Math.min(most, totalHeight(this.lines) + kAxis));
   }
 
   layOnScreen(): void {
     this.palette = readPalette();
+    this.isOnPaper = false;
     this.surface.letGo();
   }
 
@@ -112,8 +116,17 @@ export class TimelineView {
   }
 
   private resize(): void {
-    this.gutter = Math.min(220, Math.max(160, this.surface.width * 0.16));
+    const { width } = this.surface;
+    this.gutter = this.isOnPaper
+      ? Math.min(width * 0.45, this.namesWidth())
+      : Math.min(220, Math.max(160, width * 0.16));
     this.scrollTo(this.top);
+  }
+
+  // Room for the longest name, about: on paper nothing tells what is cut.
+  private namesWidth(): number {
+    const longest = this.lines.reduce((most, line) => Math.max(most, wordsOf(line).label.length), 0);
+    return Math.max(220, longest * kLetter + 90);
   }
 
   private scrollTo(top: number): void {
@@ -437,14 +450,20 @@ export class TimelineView {
     context.textBaseline = 'middle';
     context.font = isGroup ? `600 ${kFont}` : kFont;
     const { label, count } = wordsOf(line);
+    const left = isGroup ? 22 : 32;
+    const labelWidth = context.measureText(label).width;
+    context.font = kFont;
+    // Where the words do not fit beside the name, the number says it alone.
+    const isTight = left + labelWidth + context.measureText(count).width + 20 > this.gutter;
+    const shortCount = isTight ? (count.split(' ')[0] as string) : count;
     context.textAlign = 'right';
     context.fillStyle = this.palette.muted;
-    context.fillText(count, this.gutter - 10, middle);
-    const countWidth = context.measureText(count).width;
+    context.fillText(shortCount, this.gutter - 10, middle);
+    const countWidth = context.measureText(shortCount).width;
+    context.font = isGroup ? `600 ${kFont}` : kFont;
     if (canToggle(line)) {
       chevron(context, isGroup ? 12 : 22, middle, line.isOpen, this.palette.muted);
     }
-    const left = isGroup ? 22 : 32;
     context.textAlign = 'left';
     const isMuted = line.kind === 'empty' || (line.kind === 'lane' && line.lane.events.length === 0);
     context.fillStyle = isMuted ? this.palette.muted : this.palette.ink;
