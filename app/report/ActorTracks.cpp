@@ -77,8 +77,20 @@ bool ActorTracks::isAfterGap(const Track& track, std::int64_t time) const
            time - track.places.back().time > kBridged;
 }
 
+void ActorTracks::addStep(std::int64_t step)
+{
+    if (m_steps.empty() || m_steps.back().milliseconds != step) {
+        m_steps.push_back({step, 0});
+    }
+    ++m_steps.back().times;
+}
+
 void ActorTracks::addFrame(const TrackFrame& frame, std::int64_t time)
 {
+    if (m_frames > 0) {
+        addStep(time - m_lastTime);
+    }
+    m_lastTime = time;
     for (const TrackedActor& seen : frame.actors) {
         const auto [entry, isNew] = m_tracks.try_emplace(seen.id);
         Track& track = entry->second;
@@ -144,7 +156,12 @@ void ActorTracks::appendTrack(
 
 std::string ActorTracks::json(const TrackPrecision& precision) const
 {
-    std::string text = fmt::format(R"({{"quantum":{},"actors":[)", precision.quantum);
+    std::string text = fmt::format(R"({{"quantum":{},"steps":[)", precision.quantum);
+    for (const Step& step : m_steps) {
+        text += text.back() == '[' ? "" : ",";
+        fmt::format_to(std::back_inserter(text), "[{},{}]", step.milliseconds, step.times);
+    }
+    text += R"(],"actors":[)";
     for (const auto& [id, track] : m_tracks) {
         text += text.back() == '[' ? "" : ",";
         appendTrack(track, precision, text);

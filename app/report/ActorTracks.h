@@ -51,6 +51,13 @@ private:
         float y = 0.0F;
     };
 
+    // From one frame to the next, so many times.
+    struct Step
+    {
+        std::int64_t milliseconds = 0;
+        std::size_t times = 0;
+    };
+
     struct Track
     {
         Actor actor;
@@ -61,11 +68,14 @@ private:
         std::size_t nextFrame = 0;
     };
 
+    void addStep(std::int64_t step);
     bool isAfterGap(const Track& track, std::int64_t time) const;
     static void appendTrack(const Track& track, const TrackPrecision& precision, std::string& text);
 
     std::map<int, Track> m_tracks;
     std::size_t m_frames = 0;
+    std::vector<Step> m_steps;
+    std::int64_t m_lastTime = 0;
 };
 
 } // namespace scenariomatch

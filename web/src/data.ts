@@ -105,6 +105,8 @@ export interface CodedTrack {
 
 export interface TracksData {
   quantum: number;
+  // From each frame to the next: milliseconds, and how many times.
+  steps: [number, number][];
   actors: CodedTrack[];
 }
 

@@ -3,7 +3,7 @@ import { decode } from './decode';
 import { readReport, readTracks, readWhy } from './readReport';
 import { Report } from './report';
 import { DataProblem } from './shape';
-import { decodeTracks, type Track } from './tracks';
+import { decodeTracks, evenFrames, frameTimes, type Track } from './tracks';
 
 export interface LoadedReport {
   report: Report;
@@ -16,15 +16,18 @@ export async function load(): Promise<LoadedReport> {
   const [data, tracks] = await Promise.all([decode(carried('report-data')).then(readReport), unpackTracks()]);
   const problems: string[] = [];
   let decoded: Track[] = [];
+  let frames: Float64Array | undefined;
   try {
     if ('problem' in tracks) {
       throw new DataProblem(tracks.problem);
     }
-    decoded = decodeTracks(readTracks(tracks.value, data.actors.length));
+    const read = readTracks(tracks.value, data.actors.length);
+    decoded = decodeTracks(read);
+    frames = frameTimes(read);
   } catch (error) {
     problems.push(`The tracks cannot be shown: ${wordsOf(error)}.`);
   }
-  const report = new Report(data, decoded);
+  const report = new Report(data, decoded, frames ?? evenFrames(data.clock));
   const loadWhy = async (): Promise<WhyData> =>
     readWhy(await decode(carried('report-why')), report.count, data.models.length);
   return { report, problems, loadWhy };

@@ -226,6 +226,7 @@ export function readTracks(value: unknown, actors: number): TracksData {
   }
   return {
     quantum: number(root['quantum'], 'tracks.quantum'),
+    steps: readSteps(root['steps']),
     actors: tracks.map((entry, i) => {
       const place = `tracks.actors[${i}]`;
       const track = fields(entry, place);
@@ -238,6 +239,21 @@ export function readTracks(value: unknown, actors: number): TracksData {
       return { t, x, y, gap: optional(track['gap'], [], gap => numbers(gap, `${place}.gap`)) };
     }),
   };
+}
+
+// Frames of months at most.
+const kMostFrames = 100_000_000;
+
+function readSteps(value: unknown): [number, number][] {
+  const steps = list(value, 'tracks.steps').map((entry, i) => readPoint(entry, `tracks.steps[${i}]`));
+  const frames = steps.reduce(
+    (sum, [, times]) => sum + (Number.isInteger(times) && times > 0 ? times : Infinity),
+    0,
+  );
+  if (frames > kMostFrames) {
+    throw new DataProblem('tracks.steps are of no frames that can be');
+  }
+  return steps;
 }
 
 // Explanations are read as they come: what one of them lacks is not shown.

@@ -22,6 +22,8 @@ export class Report {
   constructor(
     readonly data: ReportData,
     readonly tracks: Track[],
+    // When each frame came.
+    readonly frames: Float64Array = new Float64Array(1),
   ) {
     this.clock = new ClockText(data.clock.start);
     this.count = data.events.id.length;
@@ -159,12 +161,6 @@ export class Report {
       }
     }
     return this.eventsOfActors[actor] ?? [];
-  }
-
-  // Milliseconds from one frame to the next, on the average.
-  get frameStep(): number {
-    const { end, frames } = this.data.clock;
-    return frames > 1 && end > 0 ? end / (frames - 1) : 40;
   }
 }
 

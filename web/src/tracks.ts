@@ -1,4 +1,6 @@
-import type { CodedTrack, Point, TracksData } from './data';
+import type { Clock, CodedTrack, Point, TracksData } from './data';
+
+const kMostEvenFrames = 10_000_000;
 
 // Where one actor was: key points, and whether the actor was unseen before each.
 export interface Track {
@@ -6,6 +8,42 @@ export interface Track {
   x: Float64Array;
   y: Float64Array;
   afterGap: Uint8Array;
+}
+
+// The time of each frame.
+export function frameTimes({ steps }: TracksData): Float64Array {
+  const times = new Float64Array(1 + steps.reduce((sum, [, count]) => sum + count, 0));
+  let frame = 0;
+  for (const [step, count] of steps) {
+    for (let i = 0; i < count; i += 1) {
+      times[frame + 1] = (times[frame] as number) + step;
+      frame += 1;
+    }
+  }
+  return times;
+}
+
+// Frames of which nothing but their number is known.
+export function evenFrames({ end, frames }: Clock): Float64Array {
+  const count = Math.max(1, Math.min(frames, kMostEvenFrames));
+  return Float64Array.from({ length: count }, (_, i) => (i * end) / Math.max(1, count - 1));
+}
+
+// The time of the first frame after a time, or with -1 of the last before it; where there is none, the first or the last.
+export function nextFrame(times: Float64Array, time: number, direction: 1 | -1): number {
+  let low = 0;
+  let high = times.length;
+  while (low < high) {
+    const middle = (low + high) >> 1;
+    const at = times[middle] as number;
+    if (direction > 0 ? at <= time : at < time) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  const frame = direction > 0 ? low : low - 1;
+  return times[Math.max(0, Math.min(frame, times.length - 1))] ?? 0;
 }
 
 export function decodeTracks(data: TracksData): Track[] {

@@ -30,6 +30,7 @@ export interface Fixture {
 const kHall = { width: 40, height: 24 };
 const kQuantum = 0.01;
 const kStep = 2000;
+const kFrame = 40;
 const kExplained = 300;
 const kMetresPerSecond = 1.2;
 
@@ -79,7 +80,11 @@ export function hall(size: Size, seed = 7): Fixture {
     statistics: { frames: 4501, 'candidates tested': 1_234_567 },
   };
   addEvents(data, random, size);
-  return { data, tracks: { quantum: kQuantum, actors: tracks }, why: explanations(data, size) };
+  return {
+    data,
+    tracks: { quantum: kQuantum, steps: [[kFrame, Math.floor(size.milliseconds / kFrame)]], actors: tracks },
+    why: explanations(data, size),
+  };
 }
 
 function walk(random: Random, first: number, last: number, step: number): CodedTrack {

@@ -38,7 +38,7 @@ TEST(ActorTracks, WriteKeyPointsAsDifferencesInOrderOfTheActors)
     addFrame(tracks, 80, {actorAt(7, 1.5F, 1), actorAt(-3, 0, 0)});
     EXPECT_EQ(
         tracks.json(kMetres),
-        R"({"quantum":0.01,"actors":[{"t":[0,80],"x":[0,0],"y":[0,0],"gap":[]},)"
+        R"({"quantum":0.01,"steps":[[40,2]],"actors":[{"t":[0,80],"x":[0,0],"y":[0,0],"gap":[]},)"
         R"({"t":[0,40,40],"x":[100,50,0],"y":[200,0,-100],"gap":[]}]})");
 }
 
@@ -54,6 +54,18 @@ TEST(ActorTracks, TellWhereAnActorWasOutOfViewForMoreThanASecond)
     const auto json = nlohmann::json::parse(tracks.json(kMetres));
     EXPECT_EQ(json["actors"][0]["t"], nlohmann::json({0, 1000, 1001, 40}));
     EXPECT_EQ(json["actors"][0]["gap"], nlohmann::json({2}));
+}
+
+TEST(ActorTracks, TellWhenFramesCame)
+{
+    ActorTracks tracks;
+    EXPECT_EQ(nlohmann::json::parse(tracks.json(kMetres))["steps"], nlohmann::json::array());
+    for (const std::int64_t time : {0, 40, 80, 120, 1000, 1040}) {
+        addFrame(tracks, time, {});
+    }
+    EXPECT_EQ(
+        nlohmann::json::parse(tracks.json(kMetres))["steps"],
+        nlohmann::json::parse("[[40,3],[880,1],[40,1]]"));
 }
 
 TEST(ActorTracks, HaveNoGapBetweenFramesHoweverSlowTheyCome)

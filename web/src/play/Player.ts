@@ -1,5 +1,6 @@
 import type { Report } from '../report';
 import type { Store } from '../store';
+import { nextFrame } from '../tracks';
 
 export const kSpeeds = [0.25, 0.5, 1, 2, 4, 8, 16, 32, 64];
 const kLongestPause = 250;
@@ -34,10 +35,10 @@ export class Player {
     this.moveTo(this.store.state.time + by);
   }
 
-  // One frame on or back, as far as frames come at even times.
-  step(frames: number): void {
+  // One frame on or back.
+  step(direction: 1 | -1): void {
     this.store.set({ isPlaying: false });
-    this.move(frames * this.report.frameStep);
+    this.moveTo(nextFrame(this.report.frames, this.store.state.time, direction));
   }
 
   changeSpeed(steps: number): void {

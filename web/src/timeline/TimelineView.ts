@@ -119,7 +119,7 @@ export class TimelineView {
     const { width } = this.surface;
     this.gutter = this.isOnPaper
       ? Math.min(width * 0.45, this.namesWidth())
-      : Math.min(220, Math.max(160, width * 0.16));
+      : Math.min(230, Math.max(160, width * 0.175));
     this.scrollTo(this.top);
   }
 

@@ -162,7 +162,7 @@ async function pointAt(page: Page, line: Line, recorded: { start: number; end: n
   const stage = await page.locator('.timeline .stage').boundingBox();
   assert.ok(stage);
   const [begin, end] = milliseconds(line);
-  const gutter = Math.min(220, Math.max(160, stage.width * 0.16));
+  const gutter = Math.min(230, Math.max(160, stage.width * 0.175));
   const room = recorded.end * 0.03 + 1;
   const share = ((begin + end) / 2 - recorded.start + room) / (recorded.end + 2 * room);
   const x = stage.x + gutter + share * (stage.width - gutter - 8);

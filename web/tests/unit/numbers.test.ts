@@ -20,6 +20,7 @@ function track(points: [number, number, number][], gap: number[] = []): Track {
     points.map((point, i) => (point[column] as number) - (points[i - 1]?.[column] ?? 0));
   return decodeTracks({
     quantum: 1,
+    steps: [],
     actors: [{ t: deltas(0), x: deltas(1), y: deltas(2), gap }],
   })[0] as Track;
 }

@@ -66,6 +66,12 @@ test('tracks of other actors are refused', () => {
   assert.equal(readTracks(whole.tracks, 3).actors.length, 3);
 });
 
+test('steps that are of no frames are refused', () => {
+  for (const steps of [[[40, -1]], [[40, 1.5]], [[40, 1e12]], [[40]], 'x']) {
+    assert.throws(() => readTracks({ ...whole.tracks, steps }, 3), DataProblem);
+  }
+});
+
 test('explanations of other events are refused', () => {
   assert.throws(() => readWhy(whole.why, 21, 7), /not those of these events/);
   assert.equal(readWhy(whole.why, 20, 7).binWidth, whole.why.binWidth);
