@@ -636,6 +636,27 @@ test('both themes have no finding of the accessibility checker', async () => {
   }
 });
 
+test('a narrow window scrolls down, never sideways, and leaves room to move the time', async () => {
+  const options = { viewport: { width: 390, height: 800 }, bypassCSP: true };
+  const opened = await open(fill(template, { ...small() }), options);
+  const { page } = opened;
+  const { wide, tall } = await page.evaluate(() => ({
+    wide: document.documentElement.scrollWidth - document.documentElement.clientWidth,
+    tall: document.documentElement.scrollHeight - document.documentElement.clientHeight,
+  }));
+  assert.equal(wide, 0);
+  assert.ok(tall > 0);
+  const slider = await page.locator('.play-bar input').boundingBox();
+  assert.ok(slider && slider.width > 300, `${slider?.width} pixels`);
+  for (const part of await page.locator('.play-bar > *').all()) {
+    const box = await part.boundingBox();
+    assert.ok(box && box.x >= 0 && box.x + box.width <= 390);
+  }
+  await addChecker(page);
+  assert.deepEqual(await findings(page), []);
+  await closed(opened);
+});
+
 test('the theme switch wins over the system and print is light', async () => {
   const opened = await open(fill(template, { ...small() }), { colorScheme: 'dark' });
   const { page } = opened;
