@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <string>
 #include <sys/stat.h>
@@ -684,11 +685,11 @@ TEST(RunCommand, RefusesPipesForWhatConfiguresIt)
           "scenarioRecognitionObjectDescription",
           "scenarioRecognitionOperatorDescription",
           "RHMContext"}) {
-        const Outcome outcome = runProgram(kRun + "--set " + key + "=" + pipe);
+        const Outcome outcome = runProgram(kRun + fmt::format("--set {}={}", key, pipe));
         EXPECT_EQ(outcome.status, 3);
         EXPECT_EQ(
             outcome.talk,
-            "scenariomatch run: " + pipe + " (" + key + "): it is no ordinary file\n");
+            fmt::format("scenariomatch run: {} ({}): it is no ordinary file\n", pipe, key));
     }
     const Outcome models = runProgram("check " + pipe);
     EXPECT_EQ(models.status, 3);
