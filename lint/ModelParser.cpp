@@ -132,10 +132,10 @@ bool ModelParser::parseName()
     const bool isSectionNext = m_cursor.peek() == '(';
     if (isSectionNext || m_cursor.peek() == ')' || m_cursor.atEnd()) {
         const PlacedText first = firstWord(name);
-        m_model.name = first.word();
         if (isSectionNext && first.size() == name.size()) {
             return fail("malformed", name.range(), "a name and a comma are expected here");
         }
+        m_model.name = first.word();
         m_out.add(
             "missing-comma",
             first.range().after(),

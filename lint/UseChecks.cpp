@@ -28,7 +28,10 @@ public:
             ++m_mentions[used.text];
         }
         for (const Model& model : project.models()) {
-            m_names.push_back(model.name.text);
+            // The header of a model without a name is at fault already.
+            if (!model.name.text.empty()) {
+                m_names.push_back(model.name.text);
+            }
             for (const ModelComponent& component : model.components) {
                 ++m_mentions[component.model.text];
             }
@@ -74,7 +77,6 @@ void UseChecker::checkDuplicates()
     std::map<std::string, const Model*> first;
     for (const Model& model : m_project.models()) {
         if (model.name.text.empty()) {
-            // Its header is at fault already.
             continue;
         }
         const auto [entry, isNew] = first.emplace(model.name.text, &model);
@@ -94,7 +96,7 @@ void UseChecker::checkDuplicates()
 void UseChecker::findMisspeltModels()
 {
     for (const Model& model : m_project.models()) {
-        if (m_mentions.contains(model.name.text)) {
+        if (model.name.text.empty() || m_mentions.contains(model.name.text)) {
             continue;
         }
         std::vector<std::string> missing;

@@ -244,28 +244,26 @@ Fault linesFault(std::string_view text, const ParameterLimits& limits)
         return placed(1, "\"%YAML:1.0\" is expected, and nothing behind it");
     }
     Nesting nesting;
-    bool isOpened = false;
+    bool isBegun = false;
     std::size_t number = hasHeader ? 1 : 0;
     while (!text.empty()) {
         ++number;
         const std::string_view line = takeLine(text);
-        const bool isLast = line.starts_with("...");
         const bool isOpening = line.starts_with("---");
-        if (isLast ? !isBlank(line.substr(3)) || !isBlank(text)
-                   : nesting.isEndedBy(line) || (isOpening && (isOpened || nesting.hasBegun()))) {
+        const bool isLast = line.starts_with("...");
+        const bool isMarker = isOpening || isLast;
+        if (isMarker && !isBlank(line.substr(3))) {
+            return placed(number, R"(nothing is expected behind "---" or "...")");
+        }
+        if ((isOpening && isBegun) || (isLast && !isBlank(text)) ||
+            (!isMarker && nesting.isEndedBy(line))) {
             return placed(number, "nothing is expected behind the end");
         }
         if (isLast) {
-            return std::nullopt;
+            break;
         }
-        if (isOpening && !isBlank(line.substr(3))) {
-            return placed(number, "nothing is expected behind \"---\"");
-        }
-        if (isOpening) {
-            isOpened = true;
-            continue;
-        }
-        nesting.addLine(line);
+        nesting.addLine(isOpening ? "" : line);
+        isBegun = isOpening || isBegun || nesting.hasBegun();
         if (nesting.deepest() > limits.depth) {
             return placed(number, deeperThan(limits.depth));
         }

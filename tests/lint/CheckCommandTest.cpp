@@ -103,6 +103,24 @@ TEST_F(LobbyModels, AreReportedAsSarif)
     EXPECT_EQ(change.at("replacements").at(0).at("insertedContent").at("text"), "BankZone");
 }
 
+// Models without names are no models of one name, and nothing else is meant by them.
+TEST_F(LobbyModels, AreReportedOnceWhereTheyHaveNoNames)
+{
+    m_options.modelFiles = {"nameless.malformed"};
+    const std::string out = check(m_options).out;
+    std::string heads;
+    std::istringstream lines(out);
+    for (std::string line; std::getline(lines, line);) {
+        heads += line.starts_with("nameless.malformed") ? line + '\n' : "";
+    }
+    EXPECT_EQ(
+        heads,
+        "nameless.malformed:4:5: error: a name and a comma are expected here [malformed]\n"
+        "nameless.malformed:8:5: error: a name and a comma are expected here [malformed]\n"
+        "nameless.malformed:13:36: error: there is no model 'No' [unknown-model]\n"
+        "nameless.malformed:13:62: error: there is no model 'No' [unknown-model]\n");
+}
+
 TEST_F(LobbyModels, GiveNothingWhereNothingIsWrong)
 {
     m_options.modelFiles = {SCENARIOMATCH_TEST_DATA "/../../examples/gate/crossings.txt"};

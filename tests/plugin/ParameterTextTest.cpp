@@ -98,19 +98,22 @@ TEST(ParameterText, SeesNestingBehindWhatLooksLikeItsEnd)
 
 TEST(ParameterText, RefusesWhatNeverEndsOrEndsTheProcess)
 {
-    EXPECT_EQ(faultOf("%YAML:1.\n- 1\n...-\n "), "line 3: nothing is expected behind the end");
+    EXPECT_EQ(
+        faultOf("%YAML:1.\n- 1\n...-\n "), "line 3: nothing is expected behind \"---\" or \"...\"");
     EXPECT_EQ(faultOf(kYaml + "...\n---\na: 1\n"), "line 3: nothing is expected behind the end");
     EXPECT_EQ(faultOf(kYaml + "a: 1\n---\n"), "line 4: nothing is expected behind the end");
     EXPECT_EQ(faultOf(kYaml + "---\nb: 1\n"), "line 3: nothing is expected behind the end");
     EXPECT_EQ(
         faultOf("%YAML:1.0\n   a: 1\n. --\n...\n"), "line 3: nothing is expected behind the end");
-    EXPECT_EQ(faultOf("%YAML:1.0\n--- a: 1\n"), "line 2: nothing is expected behind \"---\"");
+    EXPECT_EQ(
+        faultOf("%YAML:1.0\n--- a: 1\n"), "line 2: nothing is expected behind \"---\" or \"...\"");
     EXPECT_EQ(faultOf(kYaml + " a: 1\nb: 1\n"), "line 4: nothing is expected behind the end");
     EXPECT_EQ(faultOf(kYaml + "{ a: 1 }\n. --\n"), "line 4: nothing is expected behind the end");
     EXPECT_EQ(faultOf("{ \"a\": 1 }\n. --\n"), "line 2: nothing is expected behind the end");
     EXPECT_EQ(
         faultOf("%YAML:1.0-a: 1\n"), "line 1: \"%YAML:1.0\" is expected, and nothing behind it");
     EXPECT_EQ(faultOf(kYaml + "a: [ 1, 2\n"), "line 3: a list or map is not closed");
+    EXPECT_EQ(faultOf(kYaml + "a: [ 1, 2\n...\n"), "line 4: a list or map is not closed");
     EXPECT_EQ(faultOf("<?xml version=?>\n<opencv_storage/>").substr(0, 7), "line 1:");
     EXPECT_EQ(faultOf(kXml + "<opencv_storage>").substr(0, 7), "line 2:");
     EXPECT_EQ(
