@@ -20,6 +20,8 @@ namespace scenariomatch
 class AgentOperator;
 class PrimitivePlan;
 class RecognitionObserver;
+struct Candidate;
+struct Candidates;
 struct RecognisedEntry;
 enum class CompletionRejection : std::uint8_t;
 } // namespace scenariomatch
@@ -200,7 +202,7 @@ public:
     void setNextInstanceId(int id) { m_nextInstanceId = id; }
 
     // Composite candidates that the first composite level built, by model name.
-    const InstancesByModel& firstLevelCandidates() const { return m_firstLevelCandidates; }
+    const InstancesByModel& firstLevelCandidates() const;
 
     const Statistics& statistics() const { return m_statistics; }
 
@@ -271,6 +273,7 @@ private:
 
     // Composites
     struct Attempt;
+    void completeSeeds(scenariomatch::Candidates& candidates, scenariomatch::Candidates& seeded);
     int countRecent(const std::string& modelName) const;
     bool isTooOld(const CSScenarioInstance& recognised) const;
     void completePending(const Instances& pending, Instances& completed);
@@ -284,10 +287,14 @@ private:
         CSScenarioInstance& candidate,
         const CComponent& component,
         const CSScenarioInstance& recognised) const;
-    void recogniseComposite(const std::shared_ptr<CSScenarioInstance>& instance, Seeds& seeds);
-    std::size_t verifyComposite(CSScenarioInstance& instance);
+    void recogniseComposites(scenariomatch::Candidates& candidates, Seeds& seeds);
+    void recogniseComposite(scenariomatch::Candidate& candidate, Seeds& seeds);
+    std::size_t verifyComposite(scenariomatch::Candidate& candidate);
+    bool isConfident(scenariomatch::Candidate& candidate) const;
 
     // Recognised instances
+    scenariomatch::RecognisedEntry&
+    recordComposite(scenariomatch::Candidate& candidate, Outcome& outcome);
     scenariomatch::RecognisedEntry&
     recordInstance(const std::shared_ptr<CSScenarioInstance>& instance, Outcome& outcome);
     void extendRecognised(scenariomatch::RecognisedEntry& entry, double confidence);
@@ -315,7 +322,6 @@ private:
     std::uint64_t m_candidateCuts = 0;
     std::set<std::string> m_cutModels;
     int m_nextInstanceId = 0;
-    InstancesByModel m_firstLevelCandidates;
     Statistics m_statistics;
     scenariomatch::RecognitionObserver* m_observer = nullptr;
 };

@@ -9,6 +9,8 @@
 
 using scenariomatch::agentIdentifier;
 using scenariomatch::argumentAt;
+using scenariomatch::Candidate;
+using scenariomatch::Candidates;
 using scenariomatch::CompletionRejection;
 using scenariomatch::isPhysicalObject;
 using scenariomatch::RecognisedEntry;
@@ -23,10 +25,25 @@ bool isBound(const CSScenarioInstance& instance, const std::string& variable)
     return instance.m_bindings.find(variable) != instance.m_bindings.end();
 }
 
-bool isTriggered(const CSScenarioInstance& seed)
+bool isTriggered(const Candidate& seed)
 {
-    const auto trigger = static_cast<std::size_t>(seed.m_scenario->m_triggerIndex);
-    return isBound(seed, seed.m_scenario->m_components[trigger]->m_variable);
+    if (!seed.instance) {
+        return seed.seeding->isTriggered();
+    }
+    const CSScenario& model = seed.model();
+    const auto trigger = static_cast<std::size_t>(model.m_triggerIndex);
+    return isBound(*seed.instance, model.m_components[trigger]->m_variable);
+}
+
+Candidates candidatesOf(const CSEngine::InstancesByModel& instances)
+{
+    Candidates candidates;
+    for (const auto& [name, ofModel] : instances) {
+        for (const auto& instance : ofModel) {
+            candidates.byModel[name].emplace_back(instance);
+        }
+    }
+    return candidates;
 }
 
 // Whether the component is filled by the recognised instance's own pseudo-agent.
@@ -67,36 +84,45 @@ struct CSEngine::Attempt
 
 void CSEngine::createComplexEvent(InstancesByModel& candidates, const InstancesByModel& seeded)
 {
-    Recognition& recognition = preparedRecognition();
+    preparedRecognition();
     if (!m_currentTime) {
         return;
     }
-    scenariomatch::CandidateLimit& limit = recognition.context->limit;
-    for (const auto& [name, seeds] : seeded) {
+    Candidates seeds = candidatesOf(seeded);
+    Candidates completed;
+    completeSeeds(completed, seeds);
+    completed.moveTo(candidates, m_currentTime);
+}
+
+void CSEngine::completeSeeds(Candidates& candidates, Candidates& seeded)
+{
+    scenariomatch::CandidateLimit& limit = m_recognition->context->limit;
+    for (auto& [name, seeds] : seeded.byModel) {
+        if (seeds.empty()) {
+            continue;
+        }
+        std::vector<Candidate>& all = candidates.byModel[name];
         Instances pending;
-        Instances completed;
-        for (const auto& seed : seeds) {
-            if (seed->m_scenario->m_skipIndex < 0) {
-                completed.push_back(seed);
-            } else if (isTriggered(*seed)) {
-                pending.push_back(seed);
+        for (Candidate& seed : seeds) {
+            if (seed.model().m_skipIndex < 0) {
+                all.push_back(std::move(seed));
+            } else if (isTriggered(seed)) {
+                pending.push_back(seed.made(m_currentTime));
             }
         }
-        std::uint64_t& tried = recognition.tried[name];
+        Instances completed;
+        std::uint64_t& tried = m_recognition->tried[name];
         limit.start(tried);
         completePending(pending, completed);
         tried = limit.tried();
         if (limit.isReached()) {
             noteCut(name, 0);
         }
-        if (!completed.empty()) {
-            Instances& all = candidates[name];
-            all.insert(
-                all.end(),
-                std::make_move_iterator(completed.begin()),
-                std::make_move_iterator(completed.end()));
+        for (auto& instance : completed) {
+            all.emplace_back(std::move(instance));
         }
     }
+    seeded.clear();
 }
 
 bool CSEngine::isTooOld(const CSScenarioInstance& recognised) const
@@ -250,46 +276,57 @@ void CSEngine::recogniseComplexEvent(
     if (!m_currentTime) {
         return;
     }
-    Seeds seeds{newInstances};
-    for (const auto& [name, instances] : candidates) {
-        for (const auto& instance : instances) {
-            if (instance->m_scenario->m_kind != "PrimitiveState") {
-                recogniseComposite(instance, seeds);
+    Candidates all = candidatesOf(candidates);
+    Candidates seeded;
+    Seeds seeds{seeded};
+    recogniseComposites(all, seeds);
+    seeded.moveTo(newInstances, m_currentTime);
+}
+
+void CSEngine::recogniseComposites(Candidates& candidates, Seeds& seeds)
+{
+    for (auto& [name, ofModel] : candidates.byModel) {
+        for (Candidate& candidate : ofModel) {
+            if (candidate.model().m_kind != "PrimitiveState") {
+                recogniseComposite(candidate, seeds);
             }
         }
     }
 }
 
 // A model that the engine has not prepared is verified as it stands.
-std::size_t CSEngine::verifyComposite(CSScenarioInstance& instance)
+std::size_t CSEngine::verifyComposite(Candidate& candidate)
 {
     auto& composites = m_recognition->composites;
-    const auto plan = composites.find(instance.m_scenario.get());
-    return plan == composites.end() ? instance.verifyConstraints() : plan->second.verify(instance);
+    const auto plan = composites.find(&candidate.model());
+    return plan == composites.end() ? candidate.made(m_currentTime)->verifyConstraints()
+                                    : plan->second.verify(candidate);
 }
 
-void CSEngine::recogniseComposite(const std::shared_ptr<CSScenarioInstance>& instance, Seeds& seeds)
+void CSEngine::recogniseComposite(Candidate& candidate, Seeds& seeds)
 {
-    const CSScenario& model = *instance->m_scenario;
-    const auto& bindings = instance->m_bindings;
+    const CSScenario& model = candidate.model();
+    const auto bindings = [&]() -> const CConstraint::Bindings& {
+        return candidate.made(m_currentTime)->m_bindings;
+    };
     ++m_statistics.tested;
     if (m_observer != nullptr) {
-        m_observer->candidateTested(model, bindings);
+        m_observer->candidateTested(model, bindings());
     }
-    const std::size_t held = verifyComposite(*instance);
+    const std::size_t held = verifyComposite(candidate);
     if (held < model.m_constraints.size()) {
         if (m_observer != nullptr) {
-            m_observer->constraintFalse(model, bindings, held);
+            m_observer->constraintFalse(model, bindings(), held);
         }
         return;
     }
-    if (!isConfident(instance)) {
+    if (!isConfident(candidate)) {
         if (m_observer != nullptr) {
-            m_observer->notConfident(model, bindings, instance->m_confidence);
+            m_observer->notConfident(model, bindings(), candidate.confidence());
         }
         return;
     }
     ++m_statistics.accepted;
     Outcome& outcome = m_recognition->outcomeOf(model, *m_allScenarios);
-    seedParents(recordInstance(instance, outcome), outcome, seeds);
+    seedParents(recordComposite(candidate, outcome), outcome, seeds);
 }

@@ -17,28 +17,26 @@ bool compare_scenario_end(
 void CSEngine::infer()
 {
     installFailureHandler();
-    m_recognition->slow.startFrame();
-    InstancesByModel newInstances;
-    InstancesByModel candidates;
-    // A frame with seeds has a first level of its own.
-    Seeds seeds{newInstances, &m_firstLevelCandidates};
+    Recognition& recognition = *m_recognition;
+    recognition.slow.startFrame();
+    recognition.seeded.clear();
+    Seeds seeds{recognition.seeded};
     recognisePrimitives(seeds);
     sortRecognisedScenarios();
     bool isFirstLevel = true;
-    while (!newInstances.empty()) {
-        createComplexEvent(candidates, newInstances);
-        newInstances.clear();
-        recogniseComplexEvent(candidates, newInstances);
+    while (!recognition.seeded.empty()) {
+        completeSeeds(recognition.completed, recognition.seeded);
+        recogniseComposites(recognition.completed, seeds);
         if (std::exchange(isFirstLevel, false)) {
-            m_firstLevelCandidates.swap(candidates);
+            recognition.keepFirstLevel(recognition.completed, m_currentTime);
         }
-        candidates.clear();
+        recognition.completed.clear();
         sortRecognisedScenarios();
     }
     cleanRecognisedScenario();
     cleanHistory();
     removeAgents();
-    m_recognition->slow.endFrame(m_reportFailure);
+    recognition.slow.endFrame(m_reportFailure);
 }
 
 // Of composites nobody knows how many candidates there are.
@@ -66,6 +64,31 @@ int CSEngine::addRecognisedEvent(
              .instance;
     startOut = recognised.m_start;
     return recognised.m_id;
+}
+
+scenariomatch::RecognisedEntry&
+CSEngine::recordComposite(scenariomatch::Candidate& candidate, Outcome& outcome)
+{
+    if (candidate.instance) {
+        return recordInstance(candidate.instance, outcome);
+    }
+    const scenariomatch::Seeding& seeding = *candidate.seeding;
+    std::vector<int>& participants = m_recognition->participants;
+    participants.clear();
+    for (std::size_t place = 0; place < seeding.variables().size(); ++place) {
+        participants.push_back(seeding.identifier(place, *candidate.origin));
+    }
+    auto* earlier = m_recognition->recognised.findExtensible(
+        *outcome.index,
+        *seeding.parent(),
+        seeding.variables(),
+        participants,
+        {*m_currentTime, m_constProlongation});
+    if (earlier != nullptr) {
+        extendRecognised(*earlier, candidate.confidence());
+        return *earlier;
+    }
+    return addNew(candidate.made(m_currentTime), outcome);
 }
 
 scenariomatch::RecognisedEntry&
@@ -129,6 +152,22 @@ bool CSEngine::isConfident(const std::shared_ptr<CSScenarioInstance>& instance) 
     return isAboveThreshold(*instance->m_scenario, instance->m_confidence);
 }
 
+bool CSEngine::isConfident(scenariomatch::Candidate& candidate) const
+{
+    if (candidate.instance) {
+        return isConfident(candidate.instance);
+    }
+    const CSScenario& model = candidate.model();
+    const auto filled = static_cast<std::size_t>(candidate.seeding->filled());
+    if (filled != model.m_components.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < filled; ++i) {
+        candidate.confidence() *= candidate.origin->component->m_confidence;
+    }
+    return isAboveThreshold(model, candidate.confidence());
+}
+
 bool CSEngine::isAboveThreshold(const CSScenario& model, double& confidence) const
 {
     confidence /= m_bayesianRatio;
@@ -158,6 +197,11 @@ void CSEngine::cleanRecognisedScenario()
 void CSEngine::sortRecognisedScenarios()
 {
     m_recognition->recognised.sort();
+}
+
+const CSEngine::InstancesByModel& CSEngine::firstLevelCandidates() const
+{
+    return m_recognition->firstLevelInstances();
 }
 
 const std::list<std::shared_ptr<CSScenarioInstance>>& CSEngine::recognisedScenarios() const

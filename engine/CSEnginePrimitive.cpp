@@ -23,17 +23,15 @@ CConstraint::Bindings bindingsOf(const PrimitivePlan& plan)
     return bindings;
 }
 
-// The agents of the variables, null for one that the instance does not bind.
-std::vector<const std::shared_ptr<CSAgent>*>
-agentsOf(const CSScenarioInstance& instance, const std::vector<std::string>& variables)
+// Whether the instance binds these variables, which are sorted, and no others.
+bool bindsAll(const CSScenarioInstance& instance, const std::vector<std::string>& variables)
 {
-    std::vector<const std::shared_ptr<CSAgent>*> agents;
-    agents.reserve(variables.size());
-    for (const std::string& variable : variables) {
-        const auto bound = instance.m_bindings.find(variable);
-        agents.push_back(bound == instance.m_bindings.end() ? nullptr : &bound->second);
-    }
-    return agents;
+    return std::equal(
+        instance.m_bindings.begin(),
+        instance.m_bindings.end(),
+        variables.begin(),
+        variables.end(),
+        [](const auto& binding, const std::string& variable) { return binding.first == variable; });
 }
 
 // A count that does not go beyond what an int can hold.
@@ -48,8 +46,10 @@ int added(int count, std::uint64_t more)
 
 void CSEngine::recognisePrimitiveState(InstancesByModel& newInstances)
 {
-    Seeds seeds{newInstances};
+    scenariomatch::Candidates seeded;
+    Seeds seeds{seeded};
     recognisePrimitives(seeds);
+    seeded.moveTo(newInstances, m_currentTime);
 }
 
 void CSEngine::recognisePrimitives(Seeds& seeds)
@@ -166,18 +166,18 @@ void CSEngine::seedParents(RecognisedEntry& recognised, Outcome& likely, Seeds& 
     if (outcome.seedings.empty()) {
         return;
     }
-    seeds.dropLastCandidates();
-    if (recognised.agents.empty()) {
-        recognised.agents = agentsOf(*recognised.instance, outcome.variables);
+    if (!recognised.isWhole) {
+        recognised.isWhole = bindsAll(*recognised.instance, outcome.variables);
     }
-    const std::uint64_t frame = m_recognition->context->view.frame();
-    for (scenariomatch::Seeding& seeding : outcome.seedings) {
+    for (const scenariomatch::Seeding& seeding : outcome.seedings) {
         for (int i = 0; i < seeding.filled(); ++i) {
             refreshComponent(recognised, m_currentTime);
         }
-        seeds.add(
-            *seeding.parent(),
-            seeding.seed(recognised.agents, recognised.component, m_currentTime, frame));
+        scenariomatch::Candidate seed(recognised.shared_from_this(), seeding);
+        if (!*recognised.isWhole) {
+            seed.made(m_currentTime);
+        }
+        seeds.add(std::move(seed));
     }
 }
 

@@ -122,20 +122,47 @@ void CompositePlan::bind(const CSScenarioInstance& instance)
     }
 }
 
+void CompositePlan::bind(const Seeding& seeding, const RecognisedEntry& recognised)
+{
+    const std::vector<std::string>& bound = seeding.variables();
+    for (const std::size_t slot : m_readSlots) {
+        const std::string& variable = m_variables[slot];
+        const bool isAtSlot = slot < bound.size() && isSameName(bound[slot], variable);
+        const auto found = isAtSlot ? bound.begin() + static_cast<std::ptrdiff_t>(slot)
+                                    : std::find(bound.begin(), bound.end(), variable);
+        const auto place = static_cast<std::size_t>(found - bound.begin());
+        m_agents[slot] = found == bound.end() ? nullptr : &seeding.agent(place, recognised);
+    }
+}
+
 std::size_t CompositePlan::verify(CSScenarioInstance& instance)
 {
     bind(instance);
-    double confidence = 1.0;
+    return verifyBound(instance.m_confidence);
+}
+
+std::size_t CompositePlan::verify(Candidate& candidate)
+{
+    if (candidate.instance) {
+        return verify(*candidate.instance);
+    }
+    bind(*candidate.seeding, *candidate.origin);
+    return verifyBound(candidate.seedConfidence);
+}
+
+std::size_t CompositePlan::verifyBound(double& confidence)
+{
+    double product = 1.0;
     std::size_t held = 0;
     for (; held < m_expressions.size(); ++held) {
         const Truth truth = evaluate(held);
         if (!truth.holds) {
             break;
         }
-        confidence *= truth.confidence;
+        product *= truth.confidence;
     }
     m_kept.clear();
-    instance.m_confidence = held == m_expressions.size() ? confidence : 1.0;
+    confidence = held == m_expressions.size() ? product : 1.0;
     return held;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/Candidate.h"
 #include "engine/ComponentLookups.h"
 #include "engine/CSScenarioInstance.h"
 #include "engine/Expression.h"
@@ -28,9 +29,10 @@ public:
     // Also tells the leaves of the model's constraints their slots. The model outlives the plan.
     CompositePlan(const CSScenario& model, OperatorPromises& promises);
 
-    // Evaluates the constraints up to the first that is false. Sets the instance's confidence to
-    // the product of theirs, 1.0 when one is false, and returns how many hold.
+    // Evaluates the constraints up to the first that is false. Sets the confidence of the instance
+    // or candidate to the product of theirs, 1.0 when one is false, and returns how many hold.
     std::size_t verify(CSScenarioInstance& instance);
+    std::size_t verify(Candidate& candidate);
 
     // Writes the plan for people.
     void print(std::ostream& out, const ComponentLookups& lookups) const;
@@ -42,6 +44,8 @@ private:
     printLookup(std::ostream& out, std::size_t component, const ComponentLookups& lookups) const;
 
     void bind(const CSScenarioInstance& instance);
+    void bind(const Seeding& seeding, const RecognisedEntry& recognised);
+    std::size_t verifyBound(double& confidence);
     Truth evaluate(std::size_t constraint);
 
     const CSScenario& m_model;

@@ -100,9 +100,9 @@ RecognisedIndex& RecognisedScenarios::indexOf(const std::string& modelName)
     return *index;
 }
 
-void RecognisedScenarios::forgetAgents()
+void RecognisedScenarios::forgetVariables()
 {
-    m_entries.forEach([](const std::unique_ptr<Entry>& entry) { entry->agents.clear(); });
+    m_entries.forEach([](const std::shared_ptr<Entry>& entry) { entry->isWhole.reset(); });
 }
 
 void RecognisedScenarios::indexByParticipant(
@@ -275,7 +275,7 @@ void RecognisedScenarios::extend(
 
 RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance instance)
 {
-    auto entry = std::make_unique<Entry>();
+    auto entry = std::make_shared<Entry>();
     entry->model = &index;
     entry->identifiers = participantsOf(instance->m_bindings);
     entry->participants = hashOf(entry->identifiers);
@@ -284,7 +284,7 @@ RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance insta
     entry->place = m_list.append(entry->instance);
     enterIndex(*entry);
     touch(*entry, *entry->instance->m_end);
-    std::unique_ptr<Entry>& kept = m_entries[entry->instance.get()];
+    std::shared_ptr<Entry>& kept = m_entries[entry->instance.get()];
     kept = std::move(entry);
     return *kept;
 }

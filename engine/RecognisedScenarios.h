@@ -10,6 +10,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -26,7 +27,7 @@ struct RecognisedIndex;
 using RecognisedGroup = RecencyList<RecognisedEntry*>;
 
 // One recognised instance with its places in the list and in the groups of its model's index.
-struct RecognisedEntry
+struct RecognisedEntry : std::enable_shared_from_this<RecognisedEntry>
 {
     struct Membership
     {
@@ -49,9 +50,8 @@ struct RecognisedEntry
     // When and where it was noted last in its model's sequence.
     std::uint64_t notedTurn = 0;
     std::size_t notedPlace = 0;
-    // What it binds the variables of its model to, null where it does not; empty until that is
-    // asked for.
-    std::vector<const std::shared_ptr<CSAgent>*> agents;
+    // Whether it binds all variables of its model and no others, once that has been asked for.
+    std::optional<bool> isWhole;
     // Its pseudo-agent, and what makes that one's attributes, once it is part of something.
     std::shared_ptr<CSAgent> component;
     ComponentAttributes* attributes = nullptr;
@@ -98,8 +98,8 @@ public:
     // Whether the list is in order: nothing was extended or added since the last sort.
     bool isSorted() const { return m_touched.empty(); }
 
-    // Models may bind other variables now.
-    void forgetAgents();
+    // Models may have other variables now.
+    void forgetVariables();
 
     // Where the instances of the models of this name are found; lives as long as this.
     RecognisedIndex& indexOf(const std::string& modelName);
@@ -165,7 +165,7 @@ private:
         const std::function<void(const CSScenarioInstance&)>& expired);
 
     RecencyList<Instance> m_list;
-    SteadyMap<const CSScenarioInstance*, std::unique_ptr<Entry>> m_entries;
+    SteadyMap<const CSScenarioInstance*, std::shared_ptr<Entry>> m_entries;
     std::unordered_map<std::string, std::unique_ptr<RecognisedIndex>> m_models;
     // Extended or added since the last sort, and whether they all end at the same time.
     std::vector<Entry*> m_touched;

@@ -27,19 +27,12 @@ std::vector<std::string> boundVariables(const CSScenario& model)
 
 } // namespace
 
-void CSEngine::Seeds::dropLastCandidates()
+void CSEngine::Seeds::add(scenariomatch::Candidate seed)
 {
-    if (lastCandidates != nullptr) {
-        lastCandidates->clear();
-        lastCandidates = nullptr;
-    }
-}
-
-void CSEngine::Seeds::add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed)
-{
+    const CSScenario& parent = seed.model();
     if (model != &parent) {
         model = &parent;
-        ofModel = &byModel[parent.m_name];
+        ofModel = &candidates.byModel[parent.m_name];
     }
     ofModel->push_back(std::move(seed));
 }
@@ -58,6 +51,7 @@ CSEngine::Recognition& CSEngine::preparedRecognition()
 
 void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
 {
+    firstLevelInstances();
     primitives.clear();
     composites.clear();
     outcomes.clear();
@@ -74,7 +68,7 @@ void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
         }
     }
     shareWork();
-    recognised.forgetAgents();
+    recognised.forgetVariables();
     lookups = scenariomatch::ComponentLookups(scenarios);
     lookups.forEach([this](const std::string& modelName, const std::string& variable) {
         recognised.indexByParticipant(modelName, variable);
@@ -103,6 +97,20 @@ void CSEngine::Recognition::shareWork()
         }
     });
     forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.prepareTests(); });
+}
+
+void CSEngine::Recognition::keepFirstLevel(
+    scenariomatch::Candidates& candidates, std::shared_ptr<CSTimeStamp> seededAt)
+{
+    m_firstLevelInstances.clear();
+    m_firstLevel.byModel.swap(candidates.byModel);
+    m_firstLevelSeeded = std::move(seededAt);
+}
+
+const CSEngine::InstancesByModel& CSEngine::Recognition::firstLevelInstances()
+{
+    m_firstLevel.moveTo(m_firstLevelInstances, m_firstLevelSeeded);
+    return m_firstLevelInstances;
 }
 
 CSEngine::Outcome&

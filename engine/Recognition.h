@@ -1,12 +1,12 @@
 #pragma once
 
 #include "engine/AwakeAgents.h"
+#include "engine/Candidate.h"
 #include "engine/ComponentLookups.h"
 #include "engine/CompositePlan.h"
 #include "engine/CSEngine.h"
 #include "engine/PrimitivePlan.h"
 #include "engine/RecognisedScenarios.h"
-#include "engine/Seeding.h"
 #include "engine/SlowOperators.h"
 
 #include <cstdint>
@@ -31,15 +31,11 @@ struct CSEngine::Outcome
 // The candidates that are seeded on one level. Those of one model mostly come one after the other.
 struct CSEngine::Seeds
 {
-    InstancesByModel& byModel;
-    // The candidates of the frame before; dropped with the first seed, so that their instances are
-    // free to be used again. Null to keep them.
-    InstancesByModel* lastCandidates = nullptr;
+    scenariomatch::Candidates& candidates;
     const CSScenario* model = nullptr;
-    Instances* ofModel = nullptr;
+    std::vector<scenariomatch::Candidate>* ofModel = nullptr;
 
-    void dropLastCandidates();
-    void add(const CSScenario& parent, std::shared_ptr<CSScenarioInstance> seed);
+    void add(scenariomatch::Candidate seed);
 };
 
 // What recognition works with: the plans, made when models were read or rewritten, and what has
@@ -53,6 +49,11 @@ struct CSEngine::Recognition
     };
 
     void prepare(const CSAllScenarios& scenarios);
+    // Takes over what the first level has built from what was seeded at this time.
+    void
+    keepFirstLevel(scenariomatch::Candidates& candidates, std::shared_ptr<CSTimeStamp> seededAt);
+    const InstancesByModel& firstLevelInstances();
+
     // Worked out when it is new.
     Outcome& outcomeOf(const CSScenario& model, const CSAllScenarios& scenarios);
 
@@ -79,9 +80,16 @@ struct CSEngine::Recognition
     // By model name, how many candidates of composites were tried in the frame.
     std::map<std::string, std::uint64_t> tried;
 
-    // Of the candidate or instance at hand; kept to save allocations.
+    // Of the level at hand, and of the candidate or instance; kept to save allocations.
+    scenariomatch::Candidates seeded;
+    scenariomatch::Candidates completed;
     std::vector<int> participants;
 
 private:
     void shareWork();
+
+    // Of the last frame that seeded something: what has been made, and what has not been asked for.
+    InstancesByModel m_firstLevelInstances;
+    scenariomatch::Candidates m_firstLevel;
+    std::shared_ptr<CSTimeStamp> m_firstLevelSeeded;
 };

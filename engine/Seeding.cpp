@@ -1,5 +1,6 @@
 #include "engine/Seeding.h"
 
+#include "engine/Agents.h"
 #include "engine/Arguments.h"
 
 #include <algorithm>
@@ -21,89 +22,68 @@ Seeding::Seeding(
             continue;
         }
         ++m_filled;
-        bind(component.m_variable, kComponent);
+        bind(component.m_variable, {kComponent, ""});
         for (const auto& [position, variable] : model.m_physicalObjects) {
             if (const std::string* argument = argumentAt(component, position)) {
-                const auto place = std::find(variables.begin(), variables.end(), variable);
-                const auto index = static_cast<std::size_t>(place - variables.begin());
-                bind(*argument, place == variables.end() ? kNobody : index);
+                const auto found = std::find(variables.begin(), variables.end(), variable);
+                const auto place = static_cast<std::size_t>(found - variables.begin());
+                bind(*argument, {found == variables.end() ? kNobody : place, variable});
             }
         }
     }
 }
 
 // The last binding of a variable counts.
-void Seeding::bind(const std::string& variable, std::size_t source)
+void Seeding::bind(const std::string& variable, Source source)
 {
-    const auto place = std::lower_bound(
-        m_bindings.begin(), m_bindings.end(), variable, [](const Binding& one, const auto& name) {
-            return one.variable < name;
-        });
-    if (place != m_bindings.end() && place->variable == variable) {
-        place->source = source;
+    const auto found = std::lower_bound(m_variables.begin(), m_variables.end(), variable);
+    const auto place = m_sources.begin() + (found - m_variables.begin());
+    if (found != m_variables.end() && *found == variable) {
+        *place = std::move(source);
     } else {
-        m_bindings.insert(place, {variable, source});
+        m_sources.insert(place, std::move(source));
+        m_variables.insert(found, variable);
     }
 }
 
-// What is seeded again binds mostly whom it did in the frame before.
-std::shared_ptr<CSScenarioInstance> Seeding::seed(
-    Agents agents,
-    const std::shared_ptr<CSAgent>& component,
-    const std::shared_ptr<CSTimeStamp>& now,
-    std::uint64_t frame)
+bool Seeding::isTriggered() const
 {
-    std::shared_ptr<CSScenarioInstance> seed = fresh(frame);
-    seed->m_start = now;
-    seed->m_end = now;
-    auto binding = m_bindings.begin();
-    for (auto& [variable, agent] : seed->m_bindings) {
-        const std::shared_ptr<CSAgent>& bound = sourceOf(*binding, agents, component);
-        if (agent != bound) {
-            agent = bound;
-        }
-        ++binding;
-    }
-    return seed;
+    const auto trigger = static_cast<std::size_t>(m_parent->m_triggerIndex);
+    const std::string& variable = m_parent->m_components[trigger]->m_variable;
+    return std::binary_search(m_variables.begin(), m_variables.end(), variable);
 }
 
 const std::shared_ptr<CSAgent>&
-Seeding::sourceOf(const Binding& binding, Agents agents, const std::shared_ptr<CSAgent>& component)
+Seeding::agent(std::size_t place, const RecognisedEntry& recognised) const
 {
     static const std::shared_ptr<CSAgent> nobody;
-    if (binding.source == kComponent) {
-        return component;
+    const Source& source = m_sources[place];
+    if (source.place == kComponent) {
+        return recognised.component;
     }
-    const auto* const agent = binding.source == kNobody ? nullptr : agents[binding.source];
-    return agent == nullptr ? nobody : *agent;
+    const auto& bindings = recognised.instance->m_bindings;
+    const auto bound = source.place == kNobody ? bindings.end() : bindings.find(source.variable);
+    return bound == bindings.end() ? nobody : bound->second;
 }
 
-std::shared_ptr<CSScenarioInstance> Seeding::fresh(std::uint64_t frame)
+int Seeding::identifier(std::size_t place, const RecognisedEntry& recognised) const
 {
-    if (m_frame != frame) {
-        m_frame = frame;
-        m_used = 0;
+    const Source& source = m_sources[place];
+    if (source.place == kComponent) {
+        return agentIdentifier(recognised.component);
     }
-    if (m_used == m_instances.size()) {
-        m_instances.push_back(unbound());
-    }
-    std::shared_ptr<CSScenarioInstance>& instance = m_instances[m_used++];
-    if (instance.use_count() > 1) {
-        instance = unbound();
-    }
-    instance->m_confidence = 1.0;
-    instance->m_id = 0;
-    instance->m_text.clear();
-    return instance;
+    return source.place == kNobody ? kNoAgent : recognised.identifiers[source.place];
 }
 
-std::shared_ptr<CSScenarioInstance> Seeding::unbound() const
+std::shared_ptr<CSScenarioInstance>
+Seeding::seed(const RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& now) const
 {
-    auto instance = std::make_shared<CSScenarioInstance>(m_parent, nullptr, nullptr);
-    for (const Binding& binding : m_bindings) {
-        instance->m_bindings.emplace_hint(instance->m_bindings.end(), binding.variable, nullptr);
+    auto seed = std::make_shared<CSScenarioInstance>(m_parent, now, now);
+    for (std::size_t place = 0; place < m_variables.size(); ++place) {
+        seed->m_bindings.emplace_hint(
+            seed->m_bindings.end(), m_variables[place], agent(place, recognised));
     }
-    return instance;
+    return seed;
 }
 
 } // namespace scenariomatch

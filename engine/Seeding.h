@@ -1,9 +1,8 @@
 #pragma once
 
-#include "engine/CSScenarioInstance.h"
+#include "engine/RecognisedScenarios.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -30,40 +29,40 @@ public:
     // How many of the parent's components the instance fills.
     int filled() const { return m_filled; }
 
-    // A candidate from `now` on. Takes up one that it made in an earlier frame, where nobody has
-    // kept it. The agents are those of the variables, null where one is not bound.
-    using Agents = std::span<const std::shared_ptr<CSAgent>* const>;
-    std::shared_ptr<CSScenarioInstance> seed(
-        Agents agents,
-        const std::shared_ptr<CSAgent>& component,
-        const std::shared_ptr<CSTimeStamp>& now,
-        std::uint64_t frame);
+    // Whether it fills the component without which nothing is looked up.
+    bool isTriggered() const;
+
+    // What candidates bind, by name.
+    const std::vector<std::string>& variables() const { return m_variables; }
+
+    // Whom a candidate binds the variable at this place to, empty for nobody.
+    const std::shared_ptr<CSAgent>&
+    agent(std::size_t place, const RecognisedEntry& recognised) const;
+    // The same one's identifier, of an instance that binds all of its variables.
+    int identifier(std::size_t place, const RecognisedEntry& recognised) const;
+
+    // A candidate from `now` on.
+    std::shared_ptr<CSScenarioInstance>
+    seed(const RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& now) const;
 
 private:
     static constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
     static constexpr std::size_t kComponent = kNobody - 1;
 
-    struct Binding
+    // A variable of the recognised instance and its place among all, or one of those above.
+    struct Source
     {
+        std::size_t place = kNobody;
         std::string variable;
-        // The place of the recognised instance's variable, or one of those below.
-        std::size_t source = kNobody;
     };
 
-    void bind(const std::string& variable, std::size_t source);
-    static const std::shared_ptr<CSAgent>&
-    sourceOf(const Binding& binding, Agents agents, const std::shared_ptr<CSAgent>& component);
-    std::shared_ptr<CSScenarioInstance> fresh(std::uint64_t frame);
-    std::shared_ptr<CSScenarioInstance> unbound() const;
+    void bind(const std::string& variable, Source source);
 
     std::shared_ptr<CSScenario> m_parent;
     int m_filled = 0;
-    // By variable name.
-    std::vector<Binding> m_bindings;
-    // What was made so far, to be used again, and how much of it this frame has.
-    std::vector<std::shared_ptr<CSScenarioInstance>> m_instances;
-    std::uint64_t m_frame = 0;
-    std::size_t m_used = 0;
+    std::vector<std::string> m_variables;
+    // Of each of them.
+    std::vector<Source> m_sources;
 };
 
 } // namespace scenariomatch

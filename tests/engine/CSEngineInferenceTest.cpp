@@ -20,6 +20,17 @@ protected:
             "PrimitiveState(There" + threshold + ", PhysicalObjects((p : Person)))\n", "There");
     }
 
+    Lines firstLevel() const
+    {
+        Lines lines;
+        for (const auto& [name, instances] : m_engine.firstLevelCandidates()) {
+            for (const auto& instance : instances) {
+                lines.push_back(describe(*instance));
+            }
+        }
+        return lines;
+    }
+
     std::shared_ptr<CSScenario> model(const std::string& kind = "PrimitiveState") const
     {
         return m_engine.m_allScenarios->m_scenariosByKind.at(kind).front();
@@ -298,26 +309,72 @@ TEST_F(CSEngineInference, IsNotConfidentWithAnUnboundComponent)
     EXPECT_FALSE(m_engine.isConfident(instance));
 }
 
+const std::string kLevels = "PrimitiveState(There, PhysicalObjects((p : Person)))\n"
+                            "PrimitiveEvent(Event, PhysicalObjects((p : Person))"
+                            " Components((c : PrimitiveState There(p))))\n"
+                            "CompositeEvent(Above, PhysicalObjects((p : Person))"
+                            " Components((c : PrimitiveEvent Event(p))))\n";
+
 TEST_F(CSEngineInference, KeepsTheFirstLevelCandidatesOfAnEarlierFrame)
+{
+    readModels(kLevels, "There,Event,Above");
+    runFrame(1, 1.0, {{7, "Person", 0.0}});
+    EXPECT_EQ(alive().size(), 3U);
+    EXPECT_EQ(firstLevel(), Lines({"1 Event 1..1 c=0 p=7"}));
+    runFrame(2, 2.0, {});
+    EXPECT_EQ(m_engine.statistics().tested, 0);
+    EXPECT_EQ(firstLevel(), Lines({"1 Event 1..1 c=0 p=7"}));
+}
+
+TEST_F(CSEngineInference, KeepsTheFirstLevelCandidatesOfWhatIsForgottenBeforeTheyAreAskedFor)
+{
+    readModels(kLevels, "There,Event,Above");
+    runFrame(1, 1.0, {{7, "Person", 0.0}});
+    m_engine.setConstTimeSearch(5.0);
+    runFrame(2, 2.0, {{7, "Person", 0.0}, {8, "Person", 0.0}});
+    runFrame(3, 100.0, {});
+    EXPECT_EQ(alive(), Lines());
+    EXPECT_EQ(firstLevel(), Lines({"5 Event 2..2 c=3 p=7", "6 Event 2..2 c=4 p=8"}));
+}
+
+TEST_F(CSEngineInference, GivesFirstLevelCandidatesThatExtendSomethingNoNumber)
+{
+    readModels(kLevels, "There,Event,Above");
+    m_engine.m_constProlongation = 1.0;
+    runFrame(1, 1.0, {{7, "Person", 0.0}});
+    runFrame(2, 2.0, {{7, "Person", 0.0}});
+    EXPECT_EQ(alive().size(), 3U);
+    EXPECT_EQ(firstLevel(), Lines({"0 Event 2..2 c=0 p=7"}));
+}
+
+TEST_F(CSEngineInference, KeepsTheFirstLevelCandidatesWhenModelsAreReadAnew)
+{
+    readModels(kLevels, "There,Event,Above");
+    runFrame(1, 1.0, {{7, "Person", 0.0}});
+    readThere();
+    runFrame(2, 200.0, {});
+    EXPECT_EQ(firstLevel(), Lines({"1 Event 1..1 c=0 p=7"}));
+}
+
+TEST_F(CSEngineInference, SeedsWithInstancesThatDoNotBindAllObjectsOfTheirModel)
 {
     readModels(
         "PrimitiveState(There, PhysicalObjects((p : Person)))\n"
-        "PrimitiveEvent(Event, PhysicalObjects((p : Person))"
+        "PrimitiveEvent(Event, PhysicalObjects((a : Person)(b : Person)(p : Person))"
         " Components((c : PrimitiveState There(p))))\n"
-        "CompositeEvent(Above, PhysicalObjects((p : Person))"
-        " Components((c : PrimitiveEvent Event(p))))\n",
+        "CompositeEvent(Above, PhysicalObjects((x : Person)(y : Person))"
+        " Components((c : PrimitiveEvent Event(x, , y))))\n",
         "There,Event,Above");
-    runFrame(1, 1.0, {{7, "Person", 0.0}});
-    EXPECT_EQ(alive().size(), 3U);
-    const auto hasFirstLevel = [this] {
-        const CSEngine::InstancesByModel& candidates = m_engine.firstLevelCandidates();
-        return candidates.size() == 1 && candidates.begin()->first == "Event" &&
-               candidates.begin()->second.size() == 1;
-    };
-    EXPECT_TRUE(hasFirstLevel());
-    runFrame(2, 2.0, {});
-    EXPECT_EQ(m_engine.statistics().tested, 0);
-    EXPECT_TRUE(hasFirstLevel());
+    m_engine.m_constProlongation = 1.0;
+    for (int frame = 1; frame <= 3; ++frame) {
+        runFrame(frame, frame, {{7, "Person", 0.0}});
+        EXPECT_EQ(
+            alive(),
+            Lines(
+                {"0 There 1.." + std::to_string(frame) + " p=7",
+                 "1 Event 1.." + std::to_string(frame) + " c=0 p=7",
+                 "2 Above 1.." + std::to_string(frame) + " c=1 x=none y=7"}));
+    }
 }
 
 TEST_F(CSEngineInference, PutsTheLatestEndFirstAndKeepsTheOrderOtherwise)

@@ -211,6 +211,33 @@ TEST_F(CompositePlanTest, ForgetsTheAgentsOfTheInstanceBefore)
     EXPECT_EQ(plan.verify(other), 1U);
 }
 
+TEST_F(CompositePlanTest, VerifiesCandidatesThatHaveNoInstancesYet)
+{
+    const auto low = modelWith("Low", {{"x", "Person"}});
+    const std::vector<std::string> variables{"x"};
+    const Seeding seeding(m_model, *low, variables);
+    const auto recognised = std::make_shared<RecognisedEntry>();
+    recognised->instance = std::make_shared<CSScenarioInstance>(low, nullptr, nullptr);
+    recognised->instance->m_bindings["x"] = m_instance.m_bindings["p"];
+    recognised->component = m_instance.m_bindings["c1"];
+    Candidate candidate(recognised, seeding);
+    require(call(m_known, attributeOf("c2", "Interval")));
+    require(call(m_named, attributeOf("p", "Colour"), word("red")));
+    CompositePlan plan(*m_model, m_promises);
+    EXPECT_EQ(plan.verify(candidate), 1U);
+    EXPECT_EQ(candidate.confidence(), 1.0);
+    m_instance.m_bindings["p"]->set("Colour", std::make_shared<CSString>("red"), 1);
+    EXPECT_EQ(plan.verify(candidate), 2U);
+    EXPECT_EQ(candidate.confidence(), 0.25);
+    EXPECT_EQ(candidate.instance, nullptr);
+    EXPECT_EQ(candidate.made(nullptr)->m_confidence, 0.25);
+    EXPECT_EQ(plan.verify(candidate), 2U);
+    require(before("c1", "c2"));
+    CompositePlan longer(*m_model, m_promises);
+    EXPECT_EQ(longer.verify(candidate), 2U);
+    EXPECT_EQ(candidate.confidence(), 1.0);
+}
+
 TEST_F(CompositePlanTest, IsFalseWhereAnOperatorIsNotLoaded)
 {
     require(before("c1", "c2"));

@@ -1,7 +1,9 @@
 #include "engine/Seeding.h"
 
+#include "engine/Agents.h"
 #include "tests/engine/PlanMaterial.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace scenariomatch
@@ -33,13 +35,32 @@ protected:
     {
     }
 
-    std::shared_ptr<CSScenarioInstance> seed(Seeding& seeding, std::uint64_t frame)
+    Seeding seeding() { return {m_parent, *m_low, m_variables}; }
+
+    RecognisedEntry recognised(const CConstraint::Bindings& bindings) const
     {
-        const std::vector<const std::shared_ptr<CSAgent>*> agents{&m_person, &m_zone};
-        return seeding.seed(agents, m_component, m_now, frame);
+        RecognisedEntry entry;
+        entry.instance = std::make_shared<CSScenarioInstance>(m_low, nullptr, nullptr);
+        entry.instance->m_bindings = bindings;
+        entry.identifiers = {1, 2};
+        entry.component = m_component;
+        return entry;
     }
 
-    Seeding seeding() { return {m_parent, *m_low, m_variables}; }
+    RecognisedEntry recognised() const { return recognised({{"p", m_person}, {"z", m_zone}}); }
+
+    std::shared_ptr<CSScenarioInstance> seed() { return seeding().seed(recognised(), m_now); }
+
+    // Of what candidates bind, variable by variable.
+    std::vector<int> identifiers()
+    {
+        const Seeding seeding = this->seeding();
+        std::vector<int> found;
+        for (std::size_t place = 0; place < seeding.variables().size(); ++place) {
+            found.push_back(seeding.identifier(place, recognised()));
+        }
+        return found;
+    }
 
     std::vector<std::string> m_variables{"p", "z"};
     std::shared_ptr<CSScenario> m_low;
@@ -50,6 +71,8 @@ protected:
     std::shared_ptr<CSTimeStamp> m_now = std::make_shared<CSTimeStamp>(7, 1.0, 0.0);
 };
 
+using ::testing::ElementsAre;
+
 using Bindings = CConstraint::Bindings;
 
 } // namespace
@@ -57,10 +80,9 @@ using Bindings = CConstraint::Bindings;
 TEST_F(SeedingTest, BindsComponentAndItsArguments)
 {
     addComponent(*m_parent, "c", "Low", {"a", "b"});
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(seeding.filled(), 1);
-    EXPECT_EQ(seeding.parent(), m_parent);
-    const auto made = seed(seeding, 1);
+    EXPECT_EQ(seeding().filled(), 1);
+    EXPECT_EQ(seeding().parent(), m_parent);
+    const auto made = seed();
     EXPECT_EQ(made->m_bindings, (Bindings{{"a", m_person}, {"b", m_zone}, {"c", m_component}}));
     EXPECT_EQ(made->m_scenario, m_parent);
     EXPECT_EQ(made->m_start, m_now);
@@ -69,15 +91,35 @@ TEST_F(SeedingTest, BindsComponentAndItsArguments)
     EXPECT_EQ(made->m_confidence, 1.0);
 }
 
+TEST_F(SeedingTest, KnowsWhomCandidatesBindBeforeTheyAreMade)
+{
+    addComponent(*m_parent, "b", "Low", {"c", "a"});
+    EXPECT_THAT(seeding().variables(), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(identifiers(), ElementsAre(2, 3, 1));
+    const RecognisedEntry entry = recognised();
+    EXPECT_EQ(seeding().agent(0, entry), m_zone);
+    EXPECT_EQ(seeding().agent(1, entry), m_component);
+    EXPECT_EQ(seeding().agent(2, entry), m_person);
+}
+
+TEST_F(SeedingTest, IsTriggeredByTheComponentThatIsWaitedFor)
+{
+    addComponent(*m_parent, "c", "Low", {"a"});
+    addComponent(*m_parent, "d", "Other", {"b"});
+    m_parent->m_triggerIndex = 0;
+    EXPECT_TRUE(seeding().isTriggered());
+    m_parent->m_triggerIndex = 1;
+    EXPECT_FALSE(seeding().isTriggered());
+}
+
 TEST_F(SeedingTest, BindsNothingForOtherComponentsAndArgumentsLeftOut)
 {
     addComponent(*m_parent, "c", "Low", {"", "b"});
     addComponent(*m_parent, "d", "Other", {"a", "x"});
     addComponent(*m_parent, "e", "Low", {"f"});
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(seeding.filled(), 2);
+    EXPECT_EQ(seeding().filled(), 2);
     EXPECT_EQ(
-        seed(seeding, 1)->m_bindings,
+        seed()->m_bindings,
         (Bindings{{"b", m_zone}, {"c", m_component}, {"e", m_component}, {"f", m_person}}));
 }
 
@@ -86,99 +128,49 @@ TEST_F(SeedingTest, LeavesOutTheComponentThatIsLookedUp)
     addComponent(*m_parent, "c", "Low", {"a", "b"});
     addComponent(*m_parent, "d", "Low", {"x", "b"});
     m_parent->m_skipIndex = 0;
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(seeding.filled(), 1);
-    EXPECT_EQ(
-        seed(seeding, 1)->m_bindings,
-        (Bindings{{"b", m_zone}, {"d", m_component}, {"x", m_person}}));
+    EXPECT_EQ(seeding().filled(), 1);
+    EXPECT_EQ(seed()->m_bindings, (Bindings{{"b", m_zone}, {"d", m_component}, {"x", m_person}}));
 }
 
 TEST_F(SeedingTest, LetsTheLastBindingCountWhereTheSubModelComesTwice)
 {
     addComponent(*m_parent, "c", "Low", {"a", "b"});
     addComponent(*m_parent, "d", "Low", {"b", "a"});
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(seeding.filled(), 2);
+    EXPECT_EQ(seeding().filled(), 2);
     EXPECT_EQ(
-        seed(seeding, 1)->m_bindings,
+        seed()->m_bindings,
         (Bindings{{"a", m_zone}, {"b", m_person}, {"c", m_component}, {"d", m_component}}));
+    EXPECT_THAT(identifiers(), ElementsAre(2, 1, 3, 3));
 }
 
 TEST_F(SeedingTest, BindsNobodyWhereTheInstanceHasNobody)
 {
     addComponent(*m_parent, "c", "Low", {"a", "b"});
-    Seeding seeding = this->seeding();
-    const std::vector<const std::shared_ptr<CSAgent>*> agents{nullptr, &m_zone};
-    const auto made = seeding.seed(agents, m_component, m_now, 1);
-    EXPECT_EQ(made->m_bindings, (Bindings{{"a", nullptr}, {"b", m_zone}, {"c", m_component}}));
+    const Bindings expected{{"a", nullptr}, {"b", m_zone}, {"c", m_component}};
+    EXPECT_EQ(seeding().seed(recognised({{"z", m_zone}}), m_now)->m_bindings, expected);
+    EXPECT_EQ(
+        seeding().seed(recognised({{"p", nullptr}, {"z", m_zone}}), m_now)->m_bindings, expected);
 }
 
 TEST_F(SeedingTest, BindsNobodyForAVariableThatInstancesDoNotBind)
 {
     addComponent(*m_parent, "c", "Low", {"a", "b"});
     m_variables = {"p"};
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(
-        seed(seeding, 1)->m_bindings,
-        (Bindings{{"a", m_person}, {"b", nullptr}, {"c", m_component}}));
+    EXPECT_EQ(seed()->m_bindings, (Bindings{{"a", m_person}, {"b", nullptr}, {"c", m_component}}));
+    EXPECT_THAT(identifiers(), ElementsAre(1, kNoAgent, 3));
 }
 
 TEST_F(SeedingTest, FillsNothingOfAParentWithoutTheModel)
 {
     addComponent(*m_parent, "d", "Other", {"a"});
-    Seeding seeding = this->seeding();
-    EXPECT_EQ(seeding.filled(), 0);
-    EXPECT_TRUE(seed(seeding, 1)->m_bindings.empty());
+    EXPECT_EQ(seeding().filled(), 0);
+    EXPECT_TRUE(seed()->m_bindings.empty());
 }
 
-TEST_F(SeedingTest, MakesEachCandidateOfAFrameAnew)
+TEST_F(SeedingTest, MakesEachCandidateAnew)
 {
     addComponent(*m_parent, "c", "Low", {"a", "b"});
-    Seeding seeding = this->seeding();
-    const CSScenarioInstance* first = seed(seeding, 1).get();
-    const CSScenarioInstance* second = seed(seeding, 1).get();
-    EXPECT_NE(first, second);
-}
-
-TEST_F(SeedingTest, TakesUpWhatNobodyHasKeptInAnotherFrame)
-{
-    addComponent(*m_parent, "c", "Low", {"a", "b"});
-    Seeding seeding = this->seeding();
-    const auto kept = seed(seeding, 1);
-    const CSScenarioInstance* free = seed(seeding, 1).get();
-    const Bindings before = kept->m_bindings;
-    m_person = std::make_shared<CSAgent>(9, false);
-    const auto first = seed(seeding, 2);
-    const auto second = seed(seeding, 2);
-    EXPECT_NE(first, kept);
-    EXPECT_EQ(second.get(), free);
-    EXPECT_EQ(kept->m_bindings, before);
-    EXPECT_EQ(second->m_bindings.at("a"), m_person);
-}
-
-TEST_F(SeedingTest, ResetsWhatItTakesUp)
-{
-    addComponent(*m_parent, "c", "Low", {"a", "b"});
-    Seeding seeding = this->seeding();
-    CSScenarioInstance* used = nullptr;
-    {
-        const auto made = seed(seeding, 1);
-        used = made.get();
-        made->m_id = 5;
-        made->m_confidence = 0.5;
-        made->m_text = "text";
-        made->m_end = nullptr;
-        made->m_bindings["a"] = nullptr;
-    }
-    m_now = std::make_shared<CSTimeStamp>(9, 2.0, 0.0);
-    const auto again = seed(seeding, 2);
-    ASSERT_EQ(again.get(), used);
-    EXPECT_EQ(again->m_id, 0);
-    EXPECT_EQ(again->m_confidence, 1.0);
-    EXPECT_EQ(again->m_text, "");
-    EXPECT_EQ(again->m_start, m_now);
-    EXPECT_EQ(again->m_end, m_now);
-    EXPECT_EQ(again->m_bindings.at("a"), m_person);
+    EXPECT_NE(seed(), seed());
 }
 
 } // namespace scenariomatch
