@@ -19,11 +19,11 @@ CSScenarioInstance::CSScenarioInstance(
 
 CSScenarioInstance::CSScenarioInstance(const CSScenarioInstance& other)
     : m_scenario(other.m_scenario)
-    , m_bindings(other.m_bindings)
     , m_start(other.m_start)
     , m_end(other.m_end)
-    , m_id(other.m_id)
     , m_confidence(other.m_confidence)
+    , m_id(other.m_id)
+    , m_bindings(other.m_bindings)
 {
 }
 

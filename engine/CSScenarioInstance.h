@@ -33,14 +33,14 @@ public:
     std::size_t verifyConstraints();
 
     std::shared_ptr<CSScenario> m_scenario;
-    // Variable to agent; components are bound to pseudo-agents.
-    CConstraint::Bindings m_bindings;
     std::shared_ptr<CSTimeStamp> m_start;
     std::shared_ptr<CSTimeStamp> m_end;
-    std::string m_text;
+    double m_confidence = 1.0;
     // Number of the recognised instance, and key of its pseudo-agent.
     std::int32_t m_id = 0;
-    double m_confidence = 1.0;
+    // Variable to agent; components are bound to pseudo-agents.
+    CConstraint::Bindings m_bindings;
+    std::string m_text;
 
     // Seconds for which a recognised instance is kept after its end.
     static double m_const_TimeSearch; // NOLINT(readability-identifier-naming): the interface's name

@@ -20,30 +20,50 @@ void ComponentAttributes::renew(
     const std::shared_ptr<CSTimeStamp>& end,
     std::int32_t frame)
 {
-    if (!m_renewals.empty() && frame < m_renewals.back().frame) {
+    if (!m_renewals.empty() && frame < latest().frame) {
         agent.makeUp();
     }
-    const std::size_t count = m_renewals.size();
-    if (count >= 2 && m_renewals[count - 2].frame == m_renewals[count - 1].frame) {
-        m_renewals[count - 2] = std::move(m_renewals[count - 1]);
-        m_renewals.pop_back();
-        m_hasForgottenFirst = m_hasForgottenFirst || count == 2;
+    if (m_renewals.size() >= 2 && latest(1).frame == latest().frame) {
+        latest(1) = std::exchange(latest(), {start, end, frame});
+        m_hasForgottenFirst = m_hasForgottenFirst || m_renewals.size() == 2;
+    } else {
+        add({start, end, frame});
     }
-    m_renewals.push_back({start, end, frame});
-    forgetOldest();
+}
+
+ComponentAttributes::Renewal& ComponentAttributes::latest(std::size_t back)
+{
+    const std::size_t count = m_renewals.size();
+    const std::size_t place = m_oldest + count - 1 - back;
+    return m_renewals[place < count ? place : place - count];
+}
+
+const ComponentAttributes::Renewal& ComponentAttributes::latest() const
+{
+    return m_oldest == 0 ? m_renewals.back() : m_renewals[m_oldest - 1];
 }
 
 // Histories and frames drop their oldest entries; what they would have dropped by now need not be
-// entered any more. Dropped in bulk, so that it costs nothing most of the time.
-void ComponentAttributes::forgetOldest()
+// entered any more.
+void ComponentAttributes::add(Renewal renewal)
 {
     const auto kept = static_cast<std::size_t>(std::max(CSAgent::m_historySize, 0)) + 3;
-    if (m_renewals.size() < kept + kept / 2 + 2) {
+    if (m_renewals.size() < kept) {
+        m_renewals = takeAll();
+        m_renewals.push_back(std::move(renewal));
         return;
     }
-    const auto dropped = static_cast<std::ptrdiff_t>(m_renewals.size() - kept);
-    m_renewals.erase(m_renewals.begin(), m_renewals.begin() + dropped);
+    m_renewals[m_oldest] = std::move(renewal);
+    m_oldest = m_oldest + 1 < m_renewals.size() ? m_oldest + 1 : 0;
     m_hasForgottenFirst = true;
+}
+
+// The oldest first; none are left.
+std::vector<ComponentAttributes::Renewal> ComponentAttributes::takeAll()
+{
+    const auto oldest = static_cast<std::ptrdiff_t>(std::exchange(m_oldest, 0));
+    std::rotate(m_renewals.begin(), m_renewals.begin() + oldest, m_renewals.end());
+    return std::exchange(m_renewals, {});
 }
 
 CSPlainValue ComponentAttributes::interval() const
@@ -51,8 +71,7 @@ CSPlainValue ComponentAttributes::interval() const
     if (m_renewals.empty()) {
         return {};
     }
-    const Renewal& latest = m_renewals.back();
-    return CSPlainValue::interval(latest.start.get(), latest.end.get());
+    return CSPlainValue::interval(latest().start.get(), latest().end.get());
 }
 
 CSPlainValue ComponentAttributes::name() const
@@ -65,7 +84,7 @@ CSPlainValue ComponentAttributes::name() const
 void ComponentAttributes::makeUp(CSAgent& agent)
 {
     // Entering looks for late attributes in turn.
-    const std::vector<Renewal> renewals = std::exchange(m_renewals, {});
+    const std::vector<Renewal> renewals = takeAll();
     const bool isFlagged = !std::exchange(m_hasForgottenFirst, false);
     for (const Renewal& renewal : renewals) {
         const auto interval = std::make_shared<CSInterval>(renewal.start, renewal.end);

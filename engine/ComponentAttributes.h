@@ -3,6 +3,7 @@
 #include "types/CSAgent.h"
 #include "types/CSTimeStamp.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -42,10 +43,16 @@ private:
         std::int32_t frame = 0;
     };
 
-    void forgetOldest();
+    // The latest renewal, the one before it and so on.
+    Renewal& latest(std::size_t back = 0);
+    const Renewal& latest() const;
+    void add(Renewal renewal);
+    std::vector<Renewal> takeAll();
 
     CSString m_name;
+    // A ring, in which the oldest comes first.
     std::vector<Renewal> m_renewals;
+    std::size_t m_oldest = 0;
     // Whether the first renewal since the attributes were made up last has been forgotten.
     bool m_hasForgottenFirst = false;
 };

@@ -26,7 +26,7 @@ std::uint64_t mixed(std::uint64_t hash, int id)
     return hash ^ (hash >> kShift);
 }
 
-std::uint64_t hashOf(RecognisedScenarios::Participants participants)
+std::uint64_t hashOf(RecognisedScenarios::Identifiers participants)
 {
     std::uint64_t hash = participants.size();
     for (const int id : participants) {
@@ -35,12 +35,11 @@ std::uint64_t hashOf(RecognisedScenarios::Participants participants)
     return hash;
 }
 
-std::vector<int> participantsOf(const CConstraint::Bindings& bindings)
+Participants participantsOf(const CConstraint::Bindings& bindings)
 {
-    std::vector<int> participants;
-    participants.reserve(bindings.size());
+    Participants participants;
     for (const auto& [variable, agent] : bindings) {
-        participants.push_back(agentIdentifier(agent));
+        participants.append(agentIdentifier(agent));
     }
     return participants;
 }
@@ -128,22 +127,21 @@ void RecognisedScenarios::enterIndex(Entry& entry)
 {
     RecognisedIndex& index = *entry.model;
     index.note(*entry.instance);
-    const auto join = [&entry](Group& group) {
-        entry.memberships.push_back({&group, group.append(&entry)});
+    const auto joined = [&entry](Group& group) {
+        return Entry::Membership{&group, group.append(&entry)};
     };
-    join(index.all);
-    join(index.byParticipants[entry.participants]);
+    entry.all = joined(index.all);
+    entry.same = joined(index.byParticipants[entry.participantsHash]);
     for (auto& [variable, groups] : index.byAgent) {
-        join(groups[identifierIn(entry.instance->m_bindings, variable)]);
+        entry.others.push_back(joined(groups[identifierIn(entry.instance->m_bindings, variable)]));
     }
 }
 
 void RecognisedScenarios::leaveIndex(Entry& entry)
 {
-    for (const Entry::Membership& membership : entry.memberships) {
-        membership.group->erase(membership.place);
-    }
-    entry.memberships.clear();
+    entry.forEachMembership(
+        [](const Entry::Membership& membership) { membership.group->erase(membership.place); });
+    entry.others.clear();
     RecognisedIndex& index = *entry.model;
     const auto dropEmpty = [](auto& groups, auto key) {
         const Group* group = groups.find(key);
@@ -151,7 +149,7 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
             groups.erase(key);
         }
     };
-    dropEmpty(index.byParticipants, entry.participants);
+    dropEmpty(index.byParticipants, entry.participantsHash);
     for (auto& [variable, groups] : index.byAgent) {
         dropEmpty(groups, identifierIn(entry.instance->m_bindings, variable));
     }
@@ -160,14 +158,11 @@ void RecognisedScenarios::leaveIndex(Entry& entry)
 namespace
 {
 
-// Of the memberships of an entry.
-constexpr std::size_t kSameParticipants = 1;
-
 // The group of all entries with these participants and of others with the same hash.
-RecognisedGroup* groupOf(RecognisedIndex& index, RecognisedScenarios::Participants participants)
+RecognisedGroup* groupOf(RecognisedIndex& index, RecognisedScenarios::Identifiers participants)
 {
     if (const RecognisedEntry* expected = index.sequence.expect(participants)) {
-        return expected->memberships[kSameParticipants].group;
+        return expected->same.group;
     }
     RecognisedGroup* const group = index.byParticipants.find(hashOf(participants));
     if (group != nullptr) {
@@ -198,7 +193,7 @@ template <class IsSame>
 RecognisedEntry* findIn(
     RecognisedIndex& index,
     const CSScenario& model,
-    RecognisedScenarios::Participants participants,
+    RecognisedScenarios::Identifiers participants,
     const RecognisedScenarios::Moment& moment,
     IsSame&& isSame)
 {
@@ -222,7 +217,7 @@ RecognisedEntry* RecognisedScenarios::findExtensible(
     RecognisedIndex& index,
     const CSScenario& model,
     std::span<const std::string> variables,
-    Participants participants,
+    Identifiers participants,
     const Moment& moment) const
 {
     index.sequence.startTurn(m_turn);
@@ -239,7 +234,7 @@ RecognisedEntry* RecognisedScenarios::findExtensible(
 RecognisedEntry* RecognisedScenarios::findExtensible(
     RecognisedIndex& index,
     const CSScenarioInstance& instance,
-    Participants participants,
+    Identifiers participants,
     const Moment& moment) const
 {
     index.sequence.startTurn(m_turn);
@@ -278,7 +273,7 @@ RecognisedEntry& RecognisedScenarios::add(RecognisedIndex& index, Instance insta
     auto entry = std::make_shared<Entry>();
     entry->model = &index;
     entry->identifiers = participantsOf(instance->m_bindings);
-    entry->participants = hashOf(entry->identifiers);
+    entry->participantsHash = hashOf(entry->identifiers.all());
     entry->index = m_touched.size();
     entry->instance = std::move(instance);
     entry->place = m_list.append(entry->instance);
@@ -345,9 +340,9 @@ void RecognisedScenarios::sortTouched()
     orderTouched();
     for (Entry* entry : m_touched) {
         m_list.touch(entry->place, m_turn);
-        for (const Entry::Membership& membership : entry->memberships) {
+        entry->forEachMembership([this](const Entry::Membership& membership) {
             membership.group->touch(membership.place, m_turn);
-        }
+        });
         entry->turn = m_turn;
         entry->index = m_nextIndex++;
         entry->touched = false;
@@ -368,9 +363,9 @@ void RecognisedScenarios::sortAll()
     for (const auto& place : places) {
         Entry& entry = *m_entries.at(place->get());
         m_list.restart(place);
-        for (const Entry::Membership& membership : entry.memberships) {
+        entry.forEachMembership([](const Entry::Membership& membership) {
             membership.group->restart(membership.place);
-        }
+        });
         entry.turn = m_turn;
         entry.index = m_nextIndex++;
         entry.touched = false;

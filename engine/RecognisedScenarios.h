@@ -2,6 +2,7 @@
 
 #include "engine/ComponentAttributes.h"
 #include "engine/CSScenarioInstance.h"
+#include "engine/Participants.h"
 #include "engine/RecencyList.h"
 #include "engine/SteadyMap.h"
 
@@ -26,7 +27,9 @@ struct RecognisedIndex;
 // Recognised instances in the order of the list.
 using RecognisedGroup = RecencyList<RecognisedEntry*>;
 
-// One recognised instance with its places in the list and in the groups of its model's index.
+// One recognised instance with its places in the list and in the groups of its model's index. What
+// every frame asks for stands together and not in allocations of its own: thousands of entries do
+// not fit into the caches.
 struct RecognisedEntry : std::enable_shared_from_this<RecognisedEntry>
 {
     struct Membership
@@ -36,25 +39,38 @@ struct RecognisedEntry : std::enable_shared_from_this<RecognisedEntry>
     };
 
     std::shared_ptr<CSScenarioInstance> instance;
-    RecencyList<std::shared_ptr<CSScenarioInstance>>::Place place;
-    RecognisedIndex* model = nullptr;
-    // All of the model, those with the same participants, then one per indexed variable.
-    std::vector<Membership> memberships;
-    std::uint64_t participants = 0;
-    // Their identifiers, in the order of the variables' names; those of agents never change.
-    std::vector<int> identifiers;
-    // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
-    std::uint64_t turn = 0;
-    std::uint64_t index = 0;
-    bool touched = false;
-    // When and where it was noted last in its model's sequence.
-    std::uint64_t notedTurn = 0;
-    std::size_t notedPlace = 0;
-    // Whether it binds all variables of its model and no others, once that has been asked for.
-    std::optional<bool> isWhole;
+    // Those of agents never change.
+    Participants identifiers;
     // Its pseudo-agent, and what makes that one's attributes, once it is part of something.
     std::shared_ptr<CSAgent> component;
     ComponentAttributes* attributes = nullptr;
+    RecognisedIndex* model = nullptr;
+    bool touched = false;
+    // Whether it binds all variables of its model and no others, once that has been asked for.
+    std::optional<bool> isWhole;
+    // When and where it was noted last in its model's sequence.
+    std::uint64_t notedTurn = 0;
+    std::size_t notedPlace = 0;
+    // Position in the sorted list: later turns first, then by index. Turn 0: not sorted in yet.
+    std::uint64_t turn = 0;
+    std::uint64_t index = 0;
+    RecencyList<std::shared_ptr<CSScenarioInstance>>::Place place;
+    // Among all of the model, and among those with the same participants.
+    Membership all;
+    Membership same;
+    std::uint64_t participantsHash = 0;
+    // One per indexed variable.
+    std::vector<Membership> others;
+
+    template <class Function>
+    void forEachMembership(Function&& function)
+    {
+        function(all);
+        function(same);
+        for (Membership& membership : others) {
+            function(membership);
+        }
+    }
 };
 
 // The recognised instances that are still alive, in list order (latest end first), and the indexes
@@ -69,7 +85,7 @@ class CS_EXPORT RecognisedScenarios
 public:
     using Instance = std::shared_ptr<CSScenarioInstance>;
     // Identifiers of agents, in the order of their variables' names.
-    using Participants = std::span<const int>;
+    using Identifiers = std::span<const int>;
 
     // The present, and for how many seconds after its end an instance may still be extended.
     struct Moment
@@ -115,12 +131,12 @@ public:
         RecognisedIndex& index,
         const CSScenario& model,
         std::span<const std::string> variables,
-        Participants participants,
+        Identifiers participants,
         const Moment& moment) const;
     Entry* findExtensible(
         RecognisedIndex& index,
         const CSScenarioInstance& instance,
-        Participants participants,
+        Identifiers participants,
         const Moment& moment) const;
     // Sets the end and the confidence of an instance.
     void extend(Entry& entry, const std::shared_ptr<CSTimeStamp>& now, double confidence);

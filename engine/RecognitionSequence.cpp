@@ -10,11 +10,12 @@ namespace scenariomatch
 // They are few: comparing them in place is cheaper than a call.
 bool hasParticipants(const RecognisedEntry& entry, std::span<const int> participants)
 {
-    if (entry.identifiers.size() != participants.size()) {
+    const std::span<const int> identifiers = entry.identifiers.all();
+    if (identifiers.size() != participants.size()) {
         return false;
     }
     for (std::size_t i = 0; i < participants.size(); ++i) {
-        if (entry.identifiers[i] != participants[i]) {
+        if (identifiers[i] != participants[i]) {
             return false;
         }
     }

@@ -72,7 +72,7 @@ int Seeding::identifier(std::size_t place, const RecognisedEntry& recognised) co
     if (source.place == kComponent) {
         return agentIdentifier(recognised.component);
     }
-    return source.place == kNobody ? kNoAgent : recognised.identifiers[source.place];
+    return source.place == kNobody ? kNoAgent : recognised.identifiers.all()[source.place];
 }
 
 std::shared_ptr<CSScenarioInstance>

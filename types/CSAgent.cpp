@@ -101,17 +101,17 @@ LateAttributes::~LateAttributes() = default;
 } // namespace scenariomatch
 
 CSAgent::CSAgent(int id, bool constant)
-    : m_IDValue(std::make_shared<CSInt>(id))
-    , m_ID(id)
+    : m_ID(id)
     , m_constant(constant)
+    , m_IDValue(std::make_shared<CSInt>(id))
 {
 }
 
 CSAgent::CSAgent(std::string className, int id)
-    : m_IDValue(std::make_shared<CSInt>(id))
+    : m_ID(id)
+    , m_constant(m_constantObjects[className])
+    , m_IDValue(std::make_shared<CSInt>(id))
     , m_className(std::move(className))
-    , m_ID(id)
-    , m_constant(m_constantObjects[m_className])
 {
 }
 

@@ -77,27 +77,29 @@ public:
     // Prints the catalogue on standard output.
     static void printAllObjects();
 
-    std::shared_ptr<CSInt> m_IDValue;
-    std::string m_className = "Agent";
-    // The classification last stored by setType.
-    std::string m_type;
+    // Read and written in every frame; they stand together, in one line of the cache.
     // The host's identifier; for a component pseudo-agent the recognised instance's.
     std::int32_t m_ID = 0;
     std::int32_t m_frameID = 0;
-    bool m_constant = false;
-    std::map<int, int> m_frames;
-    std::map<std::string, std::shared_ptr<CSBasicType>> m_attributes;
-    double m_confidence = 1.0;
-
-    // The engine's own: its identifier for the agent, whether "InterestedObjects" names it, and the
-    // recognised instances that it takes part in.
+    // The engine's own identifier for the agent.
     std::int32_t m_engineID = 0;
+    bool m_constant = false;
+    // Whether "InterestedObjects" names it; the engine's own.
     bool m_interested = false;
-    std::map<int, int> m_instances;
+    double m_confidence = 1.0;
     scenariomatch::LateAttributesHolder m_late;
     // Where the engine wants to read that an agent that sleeps has been woken; null for one that
     // does not sleep.
     std::vector<std::int32_t>* m_sleepers = nullptr;
+
+    std::shared_ptr<CSInt> m_IDValue;
+    std::string m_className = "Agent";
+    // The classification last stored by setType.
+    std::string m_type;
+    std::map<int, int> m_frames;
+    std::map<std::string, std::shared_ptr<CSBasicType>> m_attributes;
+    // The recognised instances that it takes part in; the engine's own.
+    std::map<int, int> m_instances;
 
     // Earlier values kept per attribute, and frames kept in m_frames.
     static std::int32_t m_historySize;
