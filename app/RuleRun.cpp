@@ -81,6 +81,7 @@ visitFrames(const RuleTracks& tracks, std::ostream& talk, const FrameVisitor& vi
     TrackReaderOptions options;
     options.framesPerSecond = tracks.framesPerSecond;
     options.ground = GroundMapper(tracks.scale, std::nullopt);
+    options.formatOption.clear();
     TrackProblems problems(tracks.file, talk, {});
     TrackFailure failure;
     const std::unique_ptr<TrackReader> reader = openTracks(tracks.file, options, problems, failure);

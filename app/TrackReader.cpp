@@ -120,7 +120,8 @@ std::unique_ptr<TrackReader> openTracks(
         const bool isEmpty = input->buffered().find_first_not_of(kBlanks) == std::string_view::npos;
         failure = {
             !isEmpty,
-            "the format of the tracks is not known; name it with " + options.formatOption};
+            "the format of the tracks is not known" +
+                (options.formatOption.empty() ? "" : "; name it with " + options.formatOption)};
         if (isEmpty) {
             failure.reason =
                 input->damage().empty() ? "there are no tracks in it" : input->damage();

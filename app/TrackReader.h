@@ -46,7 +46,7 @@ struct TrackReaderOptions
     // Type of objects whose tracks say nothing about it.
     std::string defaultType = "PERSON";
     TrackLimits limits;
-    // The command's option for the format, which a message names.
+    // The command's option for the format, which a message names; empty where there is none.
     std::string formatOption = "--format";
 };
 

@@ -234,6 +234,21 @@ TEST(TestCommand, SaysWhyACaseCannotBeRun)
     EXPECT_THAT(outcome.out, HasSubstr("FAILED  c (line 5)\n    cannot be run: "));
 }
 
+// A case has no option for the format.
+TEST(TestCommand, NamesNoOptionForTracksOfNoKnownFormat)
+{
+    const std::string tracks = fileWith("letter.txt", "Dear all,\n");
+    const std::string file = fileWith(
+        "letter.yaml",
+        "params: " + kExamples + "gate/gate.yaml\ncases:\n  - {name: a, tracks: " + tracks +
+            ", events: []}\n");
+    const Outcome outcome = runProgram("test " + file);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(
+        outcome.out,
+        HasSubstr("cannot be run: " + tracks + ": the format of the tracks is not known\n"));
+}
+
 TEST(TestCommand, TellsOnceWhatIsWrongInTheFilesOfItsCases)
 {
     std::filesystem::remove_all(temporary("gate"));
