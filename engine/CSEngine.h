@@ -201,7 +201,7 @@ public:
 
     void setNextInstanceId(int id) { m_nextInstanceId = id; }
 
-    // Composite candidates that the first composite level built, by model name.
+    // Composite candidates that the first composite level built, by model name. Ask in each frame.
     const InstancesByModel& firstLevelCandidates() const;
 
     const Statistics& statistics() const { return m_statistics; }

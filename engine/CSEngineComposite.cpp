@@ -39,8 +39,9 @@ Candidates candidatesOf(const CSEngine::InstancesByModel& instances)
 {
     Candidates candidates;
     for (const auto& [name, ofModel] : instances) {
+        std::vector<Candidate>& all = candidates.byModel[name];
         for (const auto& instance : ofModel) {
-            candidates.byModel[name].emplace_back(instance);
+            all.emplace_back(instance);
         }
     }
     return candidates;

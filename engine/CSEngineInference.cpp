@@ -19,7 +19,7 @@ void CSEngine::infer()
     installFailureHandler();
     Recognition& recognition = *m_recognition;
     recognition.slow.startFrame();
-    recognition.seeded.clear();
+    recognition.dropLevels();
     Seeds seeds{recognition.seeded};
     recognisePrimitives(seeds);
     sortRecognisedScenarios();
@@ -158,12 +158,12 @@ bool CSEngine::isConfident(scenariomatch::Candidate& candidate) const
         return isConfident(candidate.instance);
     }
     const CSScenario& model = candidate.model();
-    const auto filled = static_cast<std::size_t>(candidate.seeding->filled());
-    if (filled != model.m_components.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < filled; ++i) {
-        candidate.confidence() *= candidate.origin->component->m_confidence;
+    for (const auto& component : model.m_components) {
+        const auto* agent = candidate.seeding->agentOf(component->m_variable, *candidate.origin);
+        if (agent == nullptr || !*agent) {
+            return false;
+        }
+        candidate.confidence() *= (*agent)->m_confidence;
     }
     return isAboveThreshold(model, candidate.confidence());
 }

@@ -15,7 +15,7 @@ namespace scenariomatch
 
 // A candidate of a composite model: an instance, or what has seeded it and how, from which the
 // instance is made once somebody needs it. Most candidates extend what is recognised already, or
-// are none, and never need theirs.
+// do not hold, and never need theirs.
 //
 // Keeps what has seeded it, but not the seeding, which goes when models are prepared anew.
 struct Candidate
@@ -55,7 +55,8 @@ struct Candidate
     }
 };
 
-// Candidates by the names of their models. A name stays when its candidates go.
+// Candidates by the names of their models. A name stays when its candidates go: who adds keeps
+// pointers to the lists.
 struct Candidates
 {
     std::map<std::string, std::vector<Candidate>> byModel;

@@ -31,16 +31,11 @@ void ComponentAttributes::renew(
     }
 }
 
-ComponentAttributes::Renewal& ComponentAttributes::latest(std::size_t back)
+std::size_t ComponentAttributes::placeOf(std::size_t back) const
 {
     const std::size_t count = m_renewals.size();
     const std::size_t place = m_oldest + count - 1 - back;
-    return m_renewals[place < count ? place : place - count];
-}
-
-const ComponentAttributes::Renewal& ComponentAttributes::latest() const
-{
-    return m_oldest == 0 ? m_renewals.back() : m_renewals[m_oldest - 1];
+    return place < count ? place : place - count;
 }
 
 // Histories and frames drop their oldest entries; what they would have dropped by now need not be
@@ -49,7 +44,7 @@ void ComponentAttributes::add(Renewal renewal)
 {
     const auto kept = static_cast<std::size_t>(std::max(CSAgent::m_historySize, 0)) + 3;
     if (m_renewals.size() < kept) {
-        m_renewals = takeAll();
+        straighten();
         m_renewals.push_back(std::move(renewal));
         return;
     }
@@ -58,12 +53,10 @@ void ComponentAttributes::add(Renewal renewal)
     m_hasForgottenFirst = true;
 }
 
-// The oldest first; none are left.
-std::vector<ComponentAttributes::Renewal> ComponentAttributes::takeAll()
+void ComponentAttributes::straighten()
 {
     const auto oldest = static_cast<std::ptrdiff_t>(std::exchange(m_oldest, 0));
     std::rotate(m_renewals.begin(), m_renewals.begin() + oldest, m_renewals.end());
-    return std::exchange(m_renewals, {});
 }
 
 CSPlainValue ComponentAttributes::interval() const
@@ -83,8 +76,9 @@ CSPlainValue ComponentAttributes::name() const
 // is.
 void ComponentAttributes::makeUp(CSAgent& agent)
 {
+    straighten();
     // Entering looks for late attributes in turn.
-    const std::vector<Renewal> renewals = takeAll();
+    const std::vector<Renewal> renewals = std::exchange(m_renewals, {});
     const bool isFlagged = !std::exchange(m_hasForgottenFirst, false);
     for (const Renewal& renewal : renewals) {
         const auto interval = std::make_shared<CSInterval>(renewal.start, renewal.end);

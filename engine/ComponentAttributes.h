@@ -15,7 +15,7 @@ namespace scenariomatch
 // The attributes of a component pseudo-agent, "Interval" and "Name", which are renewed whenever the
 // recognised instance takes part in something and made into value objects when somebody looks.
 //
-// Remembers as many renewals as the agent's histories keep, no more.
+// Remembers no more renewals than the agent's histories can need.
 class CS_EXPORT ComponentAttributes : public LateAttributes
 {
 public:
@@ -43,14 +43,19 @@ private:
         std::int32_t frame = 0;
     };
 
-    // The latest renewal, the one before it and so on.
-    Renewal& latest(std::size_t back = 0);
-    const Renewal& latest() const;
+    // Where the latest renewal stands, the one before it and so on.
+    std::size_t placeOf(std::size_t back) const;
+
+    Renewal& latest(std::size_t back = 0) { return m_renewals[placeOf(back)]; }
+
+    const Renewal& latest() const { return m_renewals[placeOf(0)]; }
+
     void add(Renewal renewal);
-    std::vector<Renewal> takeAll();
+    // Puts the oldest in front.
+    void straighten();
 
     CSString m_name;
-    // A ring, in which the oldest comes first.
+    // A ring: the oldest stands at m_oldest, the latest just before it.
     std::vector<Renewal> m_renewals;
     std::size_t m_oldest = 0;
     // Whether the first renewal since the attributes were made up last has been forgotten.

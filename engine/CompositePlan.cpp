@@ -1,6 +1,7 @@
 #include "engine/CompositePlan.h"
 
 #include "engine/Agents.h"
+#include "engine/Candidate.h"
 
 #include <algorithm>
 
@@ -122,16 +123,10 @@ void CompositePlan::bind(const CSScenarioInstance& instance)
     }
 }
 
-void CompositePlan::bind(const Seeding& seeding, const RecognisedEntry& recognised)
+void CompositePlan::bind(const Candidate& candidate)
 {
-    const std::vector<std::string>& bound = seeding.variables();
     for (const std::size_t slot : m_readSlots) {
-        const std::string& variable = m_variables[slot];
-        const bool isAtSlot = slot < bound.size() && isSameName(bound[slot], variable);
-        const auto found = isAtSlot ? bound.begin() + static_cast<std::ptrdiff_t>(slot)
-                                    : std::find(bound.begin(), bound.end(), variable);
-        const auto place = static_cast<std::size_t>(found - bound.begin());
-        m_agents[slot] = found == bound.end() ? nullptr : &seeding.agent(place, recognised);
+        m_agents[slot] = candidate.seeding->agentOf(m_variables[slot], *candidate.origin);
     }
 }
 
@@ -146,8 +141,8 @@ std::size_t CompositePlan::verify(Candidate& candidate)
     if (candidate.instance) {
         return verify(*candidate.instance);
     }
-    bind(*candidate.seeding, *candidate.origin);
-    return verifyBound(candidate.seedConfidence);
+    bind(candidate);
+    return verifyBound(candidate.confidence());
 }
 
 std::size_t CompositePlan::verifyBound(double& confidence)

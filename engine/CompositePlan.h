@@ -1,6 +1,5 @@
 #pragma once
 
-#include "engine/Candidate.h"
 #include "engine/ComponentLookups.h"
 #include "engine/CSScenarioInstance.h"
 #include "engine/Expression.h"
@@ -17,6 +16,8 @@
 
 namespace scenariomatch
 {
+
+struct Candidate;
 
 // How the candidates of a composite model are verified, made once per model: its constraints in
 // order, the pure ones without value objects.
@@ -44,7 +45,7 @@ private:
     printLookup(std::ostream& out, std::size_t component, const ComponentLookups& lookups) const;
 
     void bind(const CSScenarioInstance& instance);
-    void bind(const Seeding& seeding, const RecognisedEntry& recognised);
+    void bind(const Candidate& candidate);
     std::size_t verifyBound(double& confidence);
     Truth evaluate(std::size_t constraint);
 
@@ -57,8 +58,8 @@ private:
     // The names of the attributes that expressions read, by number.
     std::vector<std::string> m_attributes;
     std::int32_t m_interval = -1;
-    // Of the instance at hand: the agents by slot that is read, null where the variable is not
-    // bound.
+    // Of the instance or candidate at hand: the agents by slot that is read, null where the
+    // variable is not bound.
     std::vector<const std::shared_ptr<CSAgent>*> m_agents;
     std::vector<std::shared_ptr<CSBasicType>> m_kept;
 };

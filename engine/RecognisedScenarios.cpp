@@ -99,7 +99,7 @@ RecognisedIndex& RecognisedScenarios::indexOf(const std::string& modelName)
     return *index;
 }
 
-void RecognisedScenarios::forgetVariables()
+void RecognisedScenarios::recheckWhole()
 {
     m_entries.forEach([](const std::shared_ptr<Entry>& entry) { entry->isWhole.reset(); });
 }

@@ -39,7 +39,7 @@ struct RecognisedEntry : std::enable_shared_from_this<RecognisedEntry>
     };
 
     std::shared_ptr<CSScenarioInstance> instance;
-    // Those of agents never change.
+    // Of its participants; those of agents never change.
     Participants identifiers;
     // Its pseudo-agent, and what makes that one's attributes, once it is part of something.
     std::shared_ptr<CSAgent> component;
@@ -115,7 +115,7 @@ public:
     bool isSorted() const { return m_touched.empty(); }
 
     // Models may have other variables now.
-    void forgetVariables();
+    void recheckWhole();
 
     // Where the instances of the models of this name are found; lives as long as this.
     RecognisedIndex& indexOf(const std::string& modelName);

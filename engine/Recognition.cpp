@@ -51,7 +51,8 @@ CSEngine::Recognition& CSEngine::preparedRecognition()
 
 void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
 {
-    firstLevelInstances();
+    // Nobody else knows how: the seedings go now.
+    makeFirstLevel();
     primitives.clear();
     composites.clear();
     outcomes.clear();
@@ -68,7 +69,7 @@ void CSEngine::Recognition::prepare(const CSAllScenarios& scenarios)
         }
     }
     shareWork();
-    recognised.forgetVariables();
+    recognised.recheckWhole();
     lookups = scenariomatch::ComponentLookups(scenarios);
     lookups.forEach([this](const std::string& modelName, const std::string& variable) {
         recognised.indexByParticipant(modelName, variable);
@@ -99,6 +100,12 @@ void CSEngine::Recognition::shareWork()
     forEachPlan([](scenariomatch::PrimitivePlan& plan) { plan.prepareTests(); });
 }
 
+void CSEngine::Recognition::dropLevels()
+{
+    seeded.clear();
+    completed.clear();
+}
+
 void CSEngine::Recognition::keepFirstLevel(
     scenariomatch::Candidates& candidates, std::shared_ptr<CSTimeStamp> seededAt)
 {
@@ -107,9 +114,14 @@ void CSEngine::Recognition::keepFirstLevel(
     m_firstLevelSeeded = std::move(seededAt);
 }
 
-const CSEngine::InstancesByModel& CSEngine::Recognition::firstLevelInstances()
+void CSEngine::Recognition::makeFirstLevel()
 {
     m_firstLevel.moveTo(m_firstLevelInstances, m_firstLevelSeeded);
+}
+
+const CSEngine::InstancesByModel& CSEngine::Recognition::firstLevelInstances()
+{
+    makeFirstLevel();
     return m_firstLevelInstances;
 }
 

@@ -7,12 +7,12 @@
 #include "engine/CSEngine.h"
 #include "engine/PrimitivePlan.h"
 #include "engine/RecognisedScenarios.h"
+#include "engine/Seeding.h"
 #include "engine/SlowOperators.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -49,6 +49,8 @@ struct CSEngine::Recognition
     };
 
     void prepare(const CSAllScenarios& scenarios);
+    // Leaves nothing of a frame that an observer's exception has cut short.
+    void dropLevels();
     // Takes over what the first level has built from what was seeded at this time.
     void
     keepFirstLevel(scenariomatch::Candidates& candidates, std::shared_ptr<CSTimeStamp> seededAt);
@@ -80,13 +82,14 @@ struct CSEngine::Recognition
     // By model name, how many candidates of composites were tried in the frame.
     std::map<std::string, std::uint64_t> tried;
 
-    // Of the level at hand, and of the candidate or instance; kept to save allocations.
+    // Of the level at hand, and of the candidate or instance at hand; kept to save allocations.
     scenariomatch::Candidates seeded;
     scenariomatch::Candidates completed;
     std::vector<int> participants;
 
 private:
     void shareWork();
+    void makeFirstLevel();
 
     // Of the last frame that seeded something: what has been made, and what has not been asked for.
     InstancesByModel m_firstLevelInstances;

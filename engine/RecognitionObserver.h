@@ -23,7 +23,8 @@ enum class CompletionRejection : std::uint8_t {
 // Is told what recognition does, step by step: what explainers build on.
 //
 // All members do nothing unless overridden. Recognition never depends on an observer. What is
-// passed lives for the call only. Called on the thread that runs recognition.
+// passed lives for the call only. Called on the thread that runs recognition. Does not call the
+// engine itself, but to read from it.
 class CS_EXPORT RecognitionObserver
 {
 public:

@@ -27,7 +27,7 @@ Seeding::Seeding(
             if (const std::string* argument = argumentAt(component, position)) {
                 const auto found = std::find(variables.begin(), variables.end(), variable);
                 const auto place = static_cast<std::size_t>(found - variables.begin());
-                bind(*argument, {found == variables.end() ? kNobody : place, variable});
+                bind(*argument, {place, variable});
             }
         }
     }
@@ -62,17 +62,26 @@ Seeding::agent(std::size_t place, const RecognisedEntry& recognised) const
         return recognised.component;
     }
     const auto& bindings = recognised.instance->m_bindings;
-    const auto bound = source.place == kNobody ? bindings.end() : bindings.find(source.variable);
+    const auto bound = bindings.find(source.variable);
     return bound == bindings.end() ? nobody : bound->second;
 }
 
 int Seeding::identifier(std::size_t place, const RecognisedEntry& recognised) const
 {
-    const Source& source = m_sources[place];
-    if (source.place == kComponent) {
-        return agentIdentifier(recognised.component);
+    const std::size_t source = m_sources[place].place;
+    return source == kComponent ? agentIdentifier(recognised.component)
+                                : recognised.identifiers.all()[source];
+}
+
+const std::shared_ptr<CSAgent>*
+Seeding::agentOf(const std::string& variable, const RecognisedEntry& recognised) const
+{
+    for (std::size_t place = 0; place < m_variables.size(); ++place) {
+        if (isSameName(m_variables[place], variable)) {
+            return &agent(place, recognised);
+        }
     }
-    return source.place == kNobody ? kNoAgent : recognised.identifiers.all()[source.place];
+    return nullptr;
 }
 
 std::shared_ptr<CSScenarioInstance>

@@ -18,7 +18,7 @@ namespace scenariomatch
 class CS_EXPORT Seeding
 {
 public:
-    // `variables` are those that instances of the model bind, by name.
+    // `variables` are those that instances of the model bind, by name, its objects among them.
     Seeding(
         std::shared_ptr<CSScenario> parent,
         const CSScenario& model,
@@ -38,21 +38,24 @@ public:
     // Whom a candidate binds the variable at this place to, empty for nobody.
     const std::shared_ptr<CSAgent>&
     agent(std::size_t place, const RecognisedEntry& recognised) const;
-    // The same one's identifier, of an instance that binds all of its variables.
+    // The same one's identifier, where the instance is whole.
     int identifier(std::size_t place, const RecognisedEntry& recognised) const;
+
+    // Whom a candidate binds a variable to; null where it does not bind it.
+    const std::shared_ptr<CSAgent>*
+    agentOf(const std::string& variable, const RecognisedEntry& recognised) const;
 
     // A candidate from `now` on.
     std::shared_ptr<CSScenarioInstance>
     seed(const RecognisedEntry& recognised, const std::shared_ptr<CSTimeStamp>& now) const;
 
 private:
-    static constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
-    static constexpr std::size_t kComponent = kNobody - 1;
+    static constexpr std::size_t kComponent = static_cast<std::size_t>(-1);
 
-    // A variable of the recognised instance and its place among all, or one of those above.
+    // A variable of the recognised instance and its place among all; or its pseudo-agent.
     struct Source
     {
-        std::size_t place = kNobody;
+        std::size_t place = kComponent;
         std::string variable;
     };
 

@@ -1,3 +1,4 @@
+#include "engine/RecognitionObserver.h"
 #include "tests/engine/EngineFixture.h"
 
 #include <iostream>
@@ -164,6 +165,25 @@ TEST_F(CSEngineComposite, SendsASeedWithoutSkipIndexStraightToVerification)
     EXPECT_EQ(alive(), Lines({"0 Low 1..1 p=7", "1 Low 1..1 p=8", "2 IsLow 1..1 a=0 q=7"}));
     EXPECT_EQ(m_engine.statistics().completions, 0);
     EXPECT_EQ(m_engine.statistics().tested, 4);
+}
+
+// The last binding of a name counts, so that the component's confidence is the person's.
+TEST_F(CSEngineComposite, MultipliesTheConfidencesOfWhomComponentsAreBoundTo)
+{
+    RecognitionObserver observer;
+    for (RecognitionObserver* watching : {static_cast<RecognitionObserver*>(nullptr), &observer}) {
+        m_engine.setObserver(watching);
+        m_engine.m_bayesianRatio = 2.0;
+        readModels(
+            "PrimitiveState(There, PhysicalObjects((p : Person)))\n"
+            "PrimitiveEvent(Event, PhysicalObjects((p : Person))"
+            " Components((p : PrimitiveState There(p))))\n",
+            "There,Event");
+        const int frame = watching == nullptr ? 1 : 2;
+        runFrame(frame, 1000.0 * frame, {{7, "Person", 0.0}});
+        ASSERT_EQ(endedNow().size(), 2U);
+        EXPECT_EQ(m_engine.recognisedScenarios().back()->m_confidence, 0.5);
+    }
 }
 
 TEST_F(CSEngineComposite, StartsAnEventOfOneComponentWithTheFrame)

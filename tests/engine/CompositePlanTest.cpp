@@ -1,5 +1,6 @@
 #include "engine/CompositePlan.h"
 
+#include "engine/Candidate.h"
 #include "engine/ComponentAttributes.h"
 #include "tests/engine/PlanMaterial.h"
 

@@ -3,6 +3,8 @@
 #include "engine/FrameView.h"
 #include "tests/engine/EngineFixture.h"
 
+#include <stdexcept>
+
 namespace scenariomatch
 {
 
@@ -108,6 +110,35 @@ TEST_F(EngineRecognitionObserver, IsToldOfCandidatesAndFalseConstraints)
     EXPECT_EQ(
         m_notes.take(),
         Lines({"tested High p=7", "false 0 High p=7", "tested Low p=7", "new 0 Low"}));
+}
+
+// Throws in the first composite level.
+class Impatient : public RecognitionObserver
+{
+public:
+    void
+    candidateTested(const CSScenario& model, const CConstraint::Bindings& /*bindings*/) override
+    {
+        if (model.m_kind == "PrimitiveEvent") {
+            throw std::runtime_error("enough");
+        }
+    }
+};
+
+TEST_F(EngineRecognitionObserver, LeavesNothingForTheNextFrameWhenItThrows)
+{
+    Impatient impatient;
+    m_engine.setObserver(&impatient);
+    readModels(
+        "PrimitiveState(There, PhysicalObjects((p : Person)))\n"
+        "PrimitiveEvent(Event, PhysicalObjects((p : Person))"
+        " Components((c : PrimitiveState There(p))))\n",
+        "There,Event");
+    EXPECT_THROW(runFrame(1, 1.0, {{7, "Person", 0.0}, {8, "Person", 0.0}}), std::runtime_error);
+    m_engine.setObserver(nullptr);
+    runFrame(2, 2.0, {{9, "Person", 0.0}});
+    EXPECT_EQ(endedNow(), Lines({"2 There 2..2 p=9", "3 Event 2..2 c=2 p=9"}));
+    EXPECT_EQ(m_engine.statistics().tested, 2);
 }
 
 TEST_F(EngineRecognitionObserver, IsToldOfExtensionAndExpiry)

@@ -100,6 +100,8 @@ TEST_F(SeedingTest, KnowsWhomCandidatesBindBeforeTheyAreMade)
     EXPECT_EQ(seeding().agent(0, entry), m_zone);
     EXPECT_EQ(seeding().agent(1, entry), m_component);
     EXPECT_EQ(seeding().agent(2, entry), m_person);
+    EXPECT_EQ(*seeding().agentOf("c", entry), m_person);
+    EXPECT_EQ(seeding().agentOf("d", entry), nullptr);
 }
 
 TEST_F(SeedingTest, IsTriggeredByTheComponentThatIsWaitedFor)
@@ -150,14 +152,6 @@ TEST_F(SeedingTest, BindsNobodyWhereTheInstanceHasNobody)
     EXPECT_EQ(seeding().seed(recognised({{"z", m_zone}}), m_now)->m_bindings, expected);
     EXPECT_EQ(
         seeding().seed(recognised({{"p", nullptr}, {"z", m_zone}}), m_now)->m_bindings, expected);
-}
-
-TEST_F(SeedingTest, BindsNobodyForAVariableThatInstancesDoNotBind)
-{
-    addComponent(*m_parent, "c", "Low", {"a", "b"});
-    m_variables = {"p"};
-    EXPECT_EQ(seed()->m_bindings, (Bindings{{"a", m_person}, {"b", nullptr}, {"c", m_component}}));
-    EXPECT_THAT(identifiers(), ElementsAre(1, kNoAgent, 3));
 }
 
 TEST_F(SeedingTest, FillsNothingOfAParentWithoutTheModel)
