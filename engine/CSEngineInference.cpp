@@ -26,7 +26,8 @@ void CSEngine::infer()
     bool isFirstLevel = true;
     while (!recognition.seeded.empty()) {
         completeSeeds(recognition.completed, recognition.seeded);
-        recogniseComposites(recognition.completed, seeds);
+        Seeds above{recognition.seeded};
+        recogniseComposites(recognition.completed, above);
         if (std::exchange(isFirstLevel, false)) {
             recognition.keepFirstLevel(recognition.completed, m_currentTime);
         }

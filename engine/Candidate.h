@@ -55,8 +55,7 @@ struct Candidate
     }
 };
 
-// Candidates by the names of their models. A name stays when its candidates go: who adds keeps
-// pointers to the lists.
+// Candidates by the names of their models.
 struct Candidates
 {
     std::map<std::string, std::vector<Candidate>> byModel;
@@ -80,8 +79,11 @@ struct Candidates
         }
     }
 
+    // Names stay as long as there are candidates each time: so do their lists' allocations, and of
+    // many levels none goes through the names of all others.
     void clear()
     {
+        std::erase_if(byModel, [](const auto& entry) { return entry.second.empty(); });
         for (auto& [name, candidates] : byModel) {
             candidates.clear();
         }

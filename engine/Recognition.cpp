@@ -102,8 +102,11 @@ void CSEngine::Recognition::shareWork()
 
 void CSEngine::Recognition::dropLevels()
 {
-    seeded.clear();
-    completed.clear();
+    for (scenariomatch::Candidates* level : {&seeded, &completed}) {
+        if (!level->empty()) {
+            level->clear();
+        }
+    }
 }
 
 void CSEngine::Recognition::keepFirstLevel(
