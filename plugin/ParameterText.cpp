@@ -122,12 +122,12 @@ public:
     }
 
     // Whether the document's own list or map ends before a line: one in block style before what
-    // lies left of it, one in flow style with its bracket.
+    // lies left of it, whatever brackets seem to be open, one in flow style with its bracket.
     bool isEndedBy(std::string_view line) const
     {
         const std::size_t column = line.find_first_not_of(kBlanks);
         const bool isNone = column == std::string_view::npos || line[column] == '#';
-        return hasBegun() && m_brackets == 0 && !isNone && (m_isFlow || column < m_begin);
+        return hasBegun() && !isNone && (m_isFlow ? m_brackets == 0 : column < m_begin);
     }
 
     bool hasBegun() const { return m_begin != std::string_view::npos; }

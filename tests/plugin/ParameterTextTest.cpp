@@ -108,6 +108,7 @@ TEST(ParameterText, RefusesWhatNeverEndsOrEndsTheProcess)
     EXPECT_EQ(
         faultOf("%YAML:1.0\n--- a: 1\n"), "line 2: nothing is expected behind \"---\" or \"...\"");
     EXPECT_EQ(faultOf(kYaml + " a: 1\nb: 1\n"), "line 4: nothing is expected behind the end");
+    EXPECT_EQ(faultOf(kYaml + " a{:<\n1 }\n  - 2\n"), "line 4: nothing is expected behind the end");
     EXPECT_EQ(faultOf(kYaml + "{ a: 1 }\n. --\n"), "line 4: nothing is expected behind the end");
     EXPECT_EQ(faultOf("{ \"a\": 1 }\n. --\n"), "line 2: nothing is expected behind the end");
     EXPECT_EQ(
